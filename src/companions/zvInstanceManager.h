@@ -1,0 +1,4 @@
+#ifndef zvInstanceManager_h
+#define zvInstanceManager_h
+
+#endif

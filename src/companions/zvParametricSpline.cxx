@@ -1,0 +1,1 @@
+#include "zvParametricSpline.h"

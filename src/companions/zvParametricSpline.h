@@ -1,0 +1,4 @@
+#ifndef zvParametricSpline_h
+#define zvParametricSpline_h
+
+#endif

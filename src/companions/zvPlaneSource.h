@@ -1,0 +1,4 @@
+#ifndef zvPlaneSource_h
+#define zvPlaneSource_h
+
+#endif

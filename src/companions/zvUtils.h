@@ -1,0 +1,4 @@
+#ifndef zvUtils_h
+#define zvUtils_h
+
+#endif

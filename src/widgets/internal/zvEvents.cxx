@@ -1,0 +1,12 @@
+#include "zvEvents.h"
+
+#include "vtkObject.h"
+
+void zvEvents::Observe(vtkObject* subject, const unsigned long* events, std::size_t count,
+  vtkCommand* command, float priority)
+{
+  for (std::size_t i = 0; i < count; ++i)
+  {
+    subject->AddObserver(events[i], command, priority);
+  }
+}

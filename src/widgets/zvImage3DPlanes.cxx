@@ -1,0 +1,1 @@
+#include "zvImage3DPlanes.h"

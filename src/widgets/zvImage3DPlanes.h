@@ -1,0 +1,4 @@
+#ifndef zvImage3DPlanes_h
+#define zvImage3DPlanes_h
+
+#endif

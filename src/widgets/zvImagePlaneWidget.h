@@ -1,0 +1,4 @@
+#ifndef zvImagePlaneWidget_h
+#define zvImagePlaneWidget_h
+
+#endif

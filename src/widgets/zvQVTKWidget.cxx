@@ -1,0 +1,1 @@
+#include "zvQVTKWidget.h"

@@ -1,0 +1,4 @@
+#ifndef zvQVTKWidget_h
+#define zvQVTKWidget_h
+
+#endif

@@ -1,0 +1,98 @@
+#include "zvWidgets.h"
+
+#include "zvEvents.h"
+#include "zvMessages.h"
+
+#include "vtkCallbackCommand.h"
+#include "vtkObjectFactory.h"
+#include "vtkRenderWindowInteractor.h"
+
+vtkObjectFactoryNewMacro(zvWidgets);
+
+vtkObject* vtkInstantiatorzvWidgetsNew()
+{
+  return zvWidgets::New();
+}
+
+zvWidgets::zvWidgets() = default;
+
+zvWidgets::~zvWidgets()
+{
+  // The command holds this object as its client data and may outlive it on the interactor's list.
+  this->RemoveObservers();
+}
+
+void zvWidgets::PrintSelf(ostream& os, vtkIndent indent)
+{
+  this->Superclass::PrintSelf(os, indent);
+  os << indent << "Interaction: " << (this->Interaction ? "On\n" : "Off\n");
+  os << indent << "DebugMode: " << (this->DebugMode ? "On\n" : "Off\n");
+}
+
+void zvWidgets::CollectRevisions(ostream& os)
+{
+  os << "zvWidgets $Revision: 1.2 $\n";
+}
+
+// Deliberately empty: where a widget with handles goes is its subclass's business.
+void zvWidgets::PlaceWidget(double vtkNotUsed(bounds)[6]) {}
+
+void zvWidgets::PlaceWidget()
+{
+  this->vtk3DWidget::PlaceWidget();
+}
+
+void zvWidgets::PlaceWidget(
+  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
+{
+  this->vtk3DWidget::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
+}
+
+void zvWidgets::AddObservers()
+{
+  zvTraceMacro("zvWidgets::AddObservers(void)");
+  if (!this->Interactor)
+  {
+    vtkGenericWarningMacro("set interactor before adding observers...");
+    return;
+  }
+  zvEvents::Observe(this->Interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
+  this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
+}
+
+void zvWidgets::RemoveObservers()
+{
+  if (this->Interactor)
+  {
+    this->Interactor->RemoveObserver(this->EventCallbackCommand);
+  }
+}
+
+void zvWidgets::SetInteraction(bool arg)
+{
+  zvTraceMacro("void zvWidgets::SetInteraction(bool arg)");
+  if (!this->Interactor || !this->Enabled)
+  {
+    vtkGenericWarningMacro("set interactor and Enabled before changing interaction...");
+    return;
+  }
+  if (arg == this->Interaction)
+  {
+    return;
+  }
+  if (arg)
+  {
+    this->AddObservers();
+  }
+  else
+  {
+    this->Interactor->RemoveObserver(this->EventCallbackCommand);
+  }
+  this->Interaction = arg;
+}
+
+bool zvWidgets::GetInteraction()
+{
+  zvTraceMacro("bool zvWidgets::GetInteraction()");
+  return this->Interaction;
+}

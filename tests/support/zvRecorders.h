@@ -1,0 +1,4 @@
+#ifndef zvRecorders_h
+#define zvRecorders_h
+
+#endif

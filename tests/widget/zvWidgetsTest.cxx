@@ -1,0 +1,10 @@
+#include "zvWidgets.h"
+
+#include <gtest/gtest.h>
+
+TEST(ZvWidgets, ReportsItsOwnName)
+{
+  zvWidgets* widget = zvWidgets::New();
+  EXPECT_STREQ(widget->GetClassName(), "zvWidgets");
+  widget->Delete();
+}
