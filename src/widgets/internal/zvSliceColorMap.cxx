@@ -1,0 +1,5 @@
+#include "zvSliceColorMap.h"
+
+#include <vtkObjectFactory.h>
+
+vtkObjectFactoryNewMacro(zvSliceColorMap);

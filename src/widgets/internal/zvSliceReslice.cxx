@@ -1,0 +1,5 @@
+#include "zvSliceReslice.h"
+
+#include <vtkObjectFactory.h>
+
+vtkObjectFactoryNewMacro(zvSliceReslice);

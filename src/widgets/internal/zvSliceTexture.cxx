@@ -1,0 +1,5 @@
+#include "zvSliceTexture.h"
+
+#include <vtkObjectFactory.h>
+
+vtkObjectFactoryNewMacro(zvSliceTexture);
