@@ -1,5 +1,6 @@
 #include "zvRecorders.h"
 
+#include "vtkLogger.h"
 #include "vtkOutputWindow.h"
 
 #include <iostream>
@@ -13,33 +14,41 @@ public:
   static Command* New() { return new Command; }
   void Execute(vtkObject*, unsigned long, void* callData) override
   {
-    if (this->Texts)
-    {
-      this->Texts->push_back(static_cast<const char*>(callData));
-    }
+    this->Texts->push_back(static_cast<const char*>(callData));
+    this->AbortFlagOn(); // the youngest recorder alone hears
   }
   std::vector<std::string>* Texts = nullptr;
 };
+
+namespace
+{
+int NumberOfMessageRecorders = 0;
+}
 
 MessageRecorder::MessageRecorder()
   : Window(vtkOutputWindow::GetInstance())
   , Observer(vtkSmartPointer<Command>::New())
 {
   this->Observer->Texts = &this->Texts;
+  const auto priority = static_cast<float>(++NumberOfMessageRecorders);
   for (unsigned long event :
     { vtkCommand::ErrorEvent, vtkCommand::WarningEvent, vtkCommand::TextEvent })
   {
-    this->Window->AddObserver(event, this->Observer);
+    this->Window->AddObserver(event, this->Observer, priority);
   }
   this->DisplayMode = this->Window->GetDisplayMode();
   this->Window->SetDisplayModeToNever();
+  // The logger writes a line of its own for each message of the output window.
+  this->LogVerbosity = vtkLogger::GetCurrentVerbosityCutoff();
+  vtkLogger::SetStderrVerbosity(vtkLogger::VERBOSITY_OFF);
 }
 
 MessageRecorder::~MessageRecorder()
 {
-  this->Observer->Texts = nullptr;
+  --NumberOfMessageRecorders;
   this->Window->RemoveObserver(this->Observer);
   this->Window->SetDisplayMode(this->DisplayMode);
+  vtkLogger::SetStderrVerbosity(static_cast<vtkLogger::Verbosity>(this->LogVerbosity));
 }
 
 std::vector<std::string> MessageRecorder::Take()

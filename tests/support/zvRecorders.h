@@ -41,6 +41,7 @@ private:
   vtkSmartPointer<vtkOutputWindow> Window;
   vtkSmartPointer<Command> Observer;
   int DisplayMode = 0;
+  int LogVerbosity = 0;
 };
 
 /// Keeps what is written to std::cout while it lives; nothing of it reaches the console.
