@@ -26,8 +26,12 @@ endfunction()
 function(zv_name_sources_in_messages folder)
   foreach(source IN LISTS ARGN)
     get_filename_component(class "${source}" NAME_WE)
+    set(path "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
+    # A compiler cache may hand the compiler the path as seen from the build folder.
+    file(RELATIVE_PATH relative "${CMAKE_BINARY_DIR}" "${path}")
     set_property(SOURCE "${source}" APPEND PROPERTY COMPILE_OPTIONS
-      "-fmacro-prefix-map=${CMAKE_CURRENT_SOURCE_DIR}/${source}=${folder}/${class}")
+      "-fmacro-prefix-map=${path}=${folder}/${class}"
+      "-fmacro-prefix-map=${relative}=${folder}/${class}")
   endforeach()
 endfunction()
 
