@@ -3,11 +3,15 @@
 
 #include <vtkImageReslice.h>
 
+class vtkDataArray;
+
 /// A reslice filter that is quick where a slice view needs it.
 ///
 /// Nearest and linear sampling of one slice of short or unsigned char voxels, one component, runs
 /// in loops made for it. The output has the same bytes as that of the stock class. Everything
-/// else is left to the stock class.
+/// else is left to the stock class. Two cases which the stock class does not
+/// survive are sampled as any others: axes one of which is zero, and cubic samples of a volume of
+/// two or three voxels along an axis on which its extent does not start at 0.
 class zvSliceReslice : public vtkImageReslice
 {
 public:
@@ -20,6 +24,28 @@ public:
 protected:
   zvSliceReslice() = default;
   ~zvSliceReslice() override = default;
+
+  int RequestData(
+    vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs) override;
+  void ThreadedRequestData(vtkInformation* request, vtkInformationVector** inputs,
+    vtkInformationVector* outputs, vtkImageData*** inData, vtkImageData** outData, int extent[6],
+    int threadId) override;
+
+private:
+  /// Whether the filter is set for nearest or linear samples of a plane and for nothing else.
+  bool SamplesPlainly();
+
+  /// Whether the pixels of an extent are taken to voxels by an affine matrix and not absurdly far
+  /// away.
+  bool HasPlainMatrix(const int extent[6]);
+
+  /// Whether the loops are made for these voxels and this output.
+  static bool IsQuickFor(vtkDataArray* scalars, vtkImageData* input, vtkImageData* output);
+
+  /// Write the part of the slice that lies in an extent one pixel deep.
+  template <typename T>
+  void WriteSlice(
+    vtkDataArray* scalars, vtkImageData* input, vtkImageData* output, const int extent[6]);
 };
 
 #endif

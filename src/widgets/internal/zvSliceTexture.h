@@ -15,12 +15,21 @@ public:
   static zvSliceTexture* New();
   vtkTypeMacro(zvSliceTexture, vtkOpenGLTexture)
 
+  /// True if a texel is neither opaque nor transparent, or if, with interpolation on, there are
+  /// both kinds, for the blend between them is seen. Updates the input where the stock class does
+  /// and keeps the answer until the texture or its input changes.
+  int IsTranslucent() override;
+
   zvSliceTexture(const zvSliceTexture&) = delete;
   zvSliceTexture& operator=(const zvSliceTexture&) = delete;
 
 protected:
   zvSliceTexture() = default;
   ~zvSliceTexture() override = default;
+
+private:
+  /// Whether the answer of an earlier call still holds.
+  bool IsAnswerFresh();
 };
 
 #endif
