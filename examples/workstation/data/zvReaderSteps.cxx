@@ -1,0 +1,92 @@
+#include "zvReaderSteps.h"
+
+#include "zvLoadFailure.h"
+#include "zvLoadProgress.h"
+
+#include "vtkErrorCode.h"
+#include "vtkImageReader2.h"
+
+#include <string>
+
+namespace
+{
+// The one line of a message that a person can use.
+std::string FirstLine(const std::string& message)
+{
+  return message.substr(0, message.find('\n'));
+}
+
+void RequireSilence(vtkImageReader2* reader, const zvMessageTrap::Listener& messages)
+{
+  const auto said = messages.GetMessages();
+  if (!said.empty())
+  {
+    throw zvLoadRefusal("it cannot be read: " + FirstLine(said.front()));
+  }
+  if (reader->GetErrorCode() != vtkErrorCode::NoError)
+  {
+    throw zvLoadRefusal(std::string("it cannot be read: ") +
+      vtkErrorCode::GetStringFromErrorCode(reader->GetErrorCode()));
+  }
+}
+}
+
+void zvReaderSteps::ReadVoxels(vtkImageReader2* reader, const std::array<double, 3>& dimensions,
+  zvMessageTrap::Listener& messages, zvLoadProgress& progress, zvRawVolume& volume)
+{
+  progress.Run(reader, 0.0, ReadingShare);
+  RequireSilence(reader, messages);
+  volume.Voxels = vtkSmartPointer<vtkImageData>::New();
+  volume.Voxels->ShallowCopy(reader->GetOutput());
+  int read[3];
+  volume.Voxels->GetDimensions(read);
+  if (read[0] != dimensions[0] || read[1] != dimensions[1] || read[2] != dimensions[2] ||
+    volume.Voxels->GetScalarPointer() == nullptr)
+  {
+    throw zvLoadRefusal("it cannot be read: its voxels do not match its header");
+  }
+  RequireOneValueEach(volume.Voxels->GetNumberOfScalarComponents());
+  volume.Voxels->SetExtent(0, read[0] - 1, 0, read[1] - 1, 0, read[2] - 1);
+}
+
+void zvReaderSteps::RequireOneValueEach(int components)
+{
+  if (components != 1)
+  {
+    throw zvLoadRefusal("it has " + std::to_string(components) +
+      " values a voxel (colours or vectors); only single values can be shown");
+  }
+}
+
+void zvReaderSteps::RequireThreeDimensions(int dimensions)
+{
+  if (dimensions != 3)
+  {
+    throw zvLoadRefusal("it has " + std::to_string(dimensions) + " dimensions; a volume has 3");
+  }
+}
+
+void zvReaderSteps::Place(zvRawVolume& volume, const std::array<double, 9>& directions,
+  const std::array<double, 3>& spacing, const std::array<double, 3>& origin)
+{
+  for (int row = 0; row < 3; ++row)
+  {
+    for (int column = 0; column < 3; ++column)
+    {
+      volume.IndexToPatient->SetElement(
+        row, column, directions[3 * column + row] * spacing[column]);
+    }
+    volume.IndexToPatient->SetElement(row, 3, origin[row]);
+  }
+}
+
+void zvReaderSteps::ExchangeRasAndLps(vtkMatrix4x4* matrix)
+{
+  for (int row = 0; row < 2; ++row)
+  {
+    for (int column = 0; column < 4; ++column)
+    {
+      matrix->SetElement(row, column, -matrix->GetElement(row, column));
+    }
+  }
+}
