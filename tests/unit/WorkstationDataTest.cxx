@@ -148,7 +148,7 @@ const zvWindowPreset* Find(const std::vector<zvWindowPreset>& presets, const std
 
 TEST_F(WorkstationData, EverySignedPermutationKeepsEveryVoxelsValueAndPlace)
 {
-  zvDice dice(4711);
+  zvtest::Dice dice(4711);
   for (const auto& order : Orders)
   {
     for (int flips = 0; flips < 8; ++flips)
@@ -246,7 +246,7 @@ TEST_F(WorkstationData, ALeanBeyondTheToleranceIsResampledWithANotice)
 
 TEST_F(WorkstationData, AnObliqueVolumeKeepsItsValuesInTheWorld)
 {
-  zvDice dice(815);
+  zvtest::Dice dice(815);
   for (int run = 0; run < 20; ++run)
   {
     zvRawVolume raw = MakeRaw({ { 20, 24, 16 } });
@@ -282,7 +282,7 @@ TEST_F(WorkstationData, AnObliqueVolumeKeepsItsValuesInTheWorld)
 
 TEST_F(WorkstationData, ResamplingIsAtLeastAsFineAsTheOldGridAndHoldsAllOfIt)
 {
-  zvDice dice(2);
+  zvtest::Dice dice(2);
   for (int run = 0; run < 50; ++run)
   {
     zvRawVolume raw = MakeRaw({ { 6, 7, 8 } });

@@ -116,20 +116,20 @@ bool zvMetaImageFile::HasName(const std::string& path)
 zvRawVolume zvMetaImageFile::Read(const std::string& path, zvLoadProgress& progress)
 {
   zvMessageTrap::Listener messages;
+  const zvTextHeader header(path, '=', "elementdatafile");
+  const std::array<double, 3> dimensions = RequireVolume(header, path);
+  zvRawVolume volume;
+  volume.Name = zvFileFacts::NameOf(path);
+  PlaceVoxels(header, volume);
   vtkNew<vtkMetaImageReader> reader;
   // The reader itself reports success on what it cannot read.
   const bool canRead = reader->CanReadFile(path.c_str()) != 0;
   messages.Clear();
   if (!canRead)
   {
-    throw zvLoadRefusal("it is not a MetaImage");
+    throw zvLoadRefusal("it cannot be read: its header is not understood");
   }
-  const zvTextHeader header(path, '=', "elementdatafile");
-  const std::array<double, 3> dimensions = RequireVolume(header, path);
   reader->SetFileName(path.c_str());
-  zvRawVolume volume;
-  volume.Name = zvFileFacts::NameOf(path);
   zvReaderSteps::ReadVoxels(reader, dimensions, messages, progress, volume);
-  PlaceVoxels(header, volume);
   return volume;
 }

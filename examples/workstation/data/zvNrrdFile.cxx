@@ -7,12 +7,37 @@
 
 #include "vtkNew.h"
 #include "vtkNrrdReader.h"
+#include "vtkObjectFactory.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <sstream>
 
 namespace
 {
+// VTK's reader turns the rows of left-handed spaces round. Here the header alone places the voxels,
+// so they have to come as they stand in the file.
+class FileOrderReader : public vtkNrrdReader
+{
+public:
+  static FileOrderReader* New();
+  vtkTypeMacro(FileOrderReader, vtkNrrdReader)
+
+protected:
+  FileOrderReader() = default;
+
+  int RequestInformation(vtkInformation* request, vtkInformationVector** inputVector,
+    vtkInformationVector* outputVector) override
+  {
+    const int answer = this->Superclass::RequestInformation(request, inputVector, outputVector);
+    this->FileLowerLeft = 1;
+    return answer;
+  }
+};
+
+vtkStandardNewMacro(FileOrderReader);
+
 // How the first two axes of a space run, against those of LPS.
 struct Space
 {
@@ -69,17 +94,35 @@ const Space* SpaceOf(const zvTextHeader& header)
   return nullptr;
 }
 
-// Checked here where the voxels follow the header; with files beside it the reader does.
-void RequireAttachedVoxels(
-  const zvTextHeader& header, const std::string& path, const std::string& encoding, double needed)
+// The count of bytes is checked here where the voxels follow the header; with files beside it the
+// reader does.
+void RequireVoxels(const zvTextHeader& header, const std::string& path, double needed)
 {
-  const bool isRaw = encoding == "raw";
+  const std::string encoding = header.Get({ "encoding" });
   const bool isDeflated = encoding == "gzip" || encoding == "gz";
-  if (!header.Has({ "data file", "datafile" }) && (isRaw || isDeflated))
+  // The reader takes the digits of a text for bytes.
+  if (encoding != "raw" && !isDeflated)
+  {
+    throw zvLoadRefusal("its voxels are in an encoding that is not supported (" + encoding + ")");
+  }
+  if (!header.Has({ "data file", "datafile" }))
   {
     const double available =
       static_cast<double>(zvFileFacts::SizeOf(path)) - static_cast<double>(header.GetLength());
     zvFileFacts::RequireEnoughBytes(needed, available, isDeflated);
+  }
+}
+
+// An axis may also hold the components of a colour or a vector, or times.
+void RequireAxesInSpace(const zvTextHeader& header)
+{
+  std::istringstream kinds(header.Get({ "kinds" }));
+  for (std::string kind; kinds >> kind;)
+  {
+    if (kind != "domain" && kind != "space" && kind != "none" && kind != "???")
+    {
+      throw zvLoadRefusal("one of its axes does not run through space (" + kind + ")");
+    }
   }
 }
 
@@ -96,10 +139,10 @@ std::array<double, 3> RequireVolume(const zvTextHeader& header, const std::strin
   {
     throw zvLoadRefusal("its dimensions make no sense");
   }
+  RequireAxesInSpace(header);
   const double bytesPerVoxel = BytesPerValue(header.Get({ "type" }));
   zvFileFacts::RequireReasonableSize({ sizes[0], sizes[1], sizes[2] }, bytesPerVoxel);
-  RequireAttachedVoxels(
-    header, path, header.Get({ "encoding" }), sizes[0] * sizes[1] * sizes[2] * bytesPerVoxel);
+  RequireVoxels(header, path, sizes[0] * sizes[1] * sizes[2] * bytesPerVoxel);
   return { sizes[0], sizes[1], sizes[2] };
 }
 
@@ -164,11 +207,11 @@ zvRawVolume zvNrrdFile::Read(const std::string& path, zvLoadProgress& progress)
   }
   const zvTextHeader header(path, ':', "");
   const std::array<double, 3> dimensions = RequireVolume(header, path);
-  vtkNew<vtkNrrdReader> reader;
+  vtkNew<FileOrderReader> reader;
   reader->SetFileName(path.c_str());
   zvRawVolume volume;
   volume.Name = zvFileFacts::NameOf(path);
-  zvReaderSteps::ReadVoxels(reader, dimensions, messages, progress, volume);
   PlaceVoxels(header, volume);
+  zvReaderSteps::ReadVoxels(reader, dimensions, messages, progress, volume);
   return volume;
 }

@@ -3,8 +3,10 @@
 #include "zvLoadFailure.h"
 #include "zvLoadProgress.h"
 
+#include "vtkDataArray.h"
 #include "vtkErrorCode.h"
 #include "vtkImageReader2.h"
+#include "vtkPointData.h"
 
 #include <string>
 
@@ -29,6 +31,28 @@ void RequireSilence(vtkImageReader2* reader, const zvMessageTrap::Listener& mess
       vtkErrorCode::GetStringFromErrorCode(reader->GetErrorCode()));
   }
 }
+
+// A reader may take a short first axis for the components of a voxel; the header knows better, and
+// the values stand in the same order either way.
+vtkSmartPointer<vtkImageData> Regrouped(vtkImageData* read, const std::array<double, 3>& dimensions)
+{
+  vtkDataArray* values = read->GetPointData()->GetScalars();
+  const double wanted = dimensions[0] * dimensions[1] * dimensions[2];
+  if (values == nullptr || static_cast<double>(values->GetNumberOfValues()) != wanted)
+  {
+    throw zvLoadRefusal("it cannot be read: its voxels do not match its header");
+  }
+  auto scalars = vtkSmartPointer<vtkDataArray>::Take(values->NewInstance());
+  scalars->ShallowCopy(values);
+  scalars->SetNumberOfComponents(1);
+  scalars->SetNumberOfTuples(values->GetNumberOfValues());
+  auto voxels = vtkSmartPointer<vtkImageData>::New();
+  voxels->SetDimensions(static_cast<int>(dimensions[0]), static_cast<int>(dimensions[1]),
+    static_cast<int>(dimensions[2]));
+  voxels->SetSpacing(read->GetSpacing());
+  voxels->GetPointData()->SetScalars(scalars);
+  return voxels;
+}
 }
 
 void zvReaderSteps::ReadVoxels(vtkImageReader2* reader, const std::array<double, 3>& dimensions,
@@ -36,17 +60,7 @@ void zvReaderSteps::ReadVoxels(vtkImageReader2* reader, const std::array<double,
 {
   progress.Run(reader, 0.0, ReadingShare);
   RequireSilence(reader, messages);
-  volume.Voxels = vtkSmartPointer<vtkImageData>::New();
-  volume.Voxels->ShallowCopy(reader->GetOutput());
-  int read[3];
-  volume.Voxels->GetDimensions(read);
-  if (read[0] != dimensions[0] || read[1] != dimensions[1] || read[2] != dimensions[2] ||
-    volume.Voxels->GetScalarPointer() == nullptr)
-  {
-    throw zvLoadRefusal("it cannot be read: its voxels do not match its header");
-  }
-  RequireOneValueEach(volume.Voxels->GetNumberOfScalarComponents());
-  volume.Voxels->SetExtent(0, read[0] - 1, 0, read[1] - 1, 0, read[2] - 1);
+  volume.Voxels = Regrouped(reader->GetOutput(), dimensions);
 }
 
 void zvReaderSteps::RequireOneValueEach(int components)

@@ -15,9 +15,10 @@ namespace zvReaderSteps
 /// The part of a load's progress that reading takes; straightening takes the rest.
 constexpr double ReadingShare = 0.8;
 
-/// Run a reader whose file has been set and move its voxels into the volume.
-/// \throws zvLoadRefusal with the reader's own words if it said anything or failed, and if the
-/// voxels have other dimensions than expected or more than one value each. \throws zvLoadCancelled
+/// Run a reader whose file has been set and move its voxels, one value each as the header has been
+/// found to say, into the volume.
+/// \throws zvLoadRefusal with the reader's own words if it said anything or failed, and if it has
+/// not as many values as the dimensions have voxels. \throws zvLoadCancelled
 void ReadVoxels(vtkImageReader2* reader, const std::array<double, 3>& dimensions,
   zvMessageTrap::Listener& messages, zvLoadProgress& progress, zvRawVolume& volume);
 
