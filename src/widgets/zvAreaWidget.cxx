@@ -1,0 +1,273 @@
+#include "zvAreaWidget.h"
+
+#include "zvHandleCurve.h"
+#include "zvUtils.h"
+
+#include "vtkCallbackCommand.h"
+#include "vtkCamera.h"
+#include "vtkCellPicker.h"
+#include "vtkFollower.h"
+#include "vtkObjectFactory.h"
+#include "vtkParametricFunctionSource.h"
+#include "vtkPolyData.h"
+#include "vtkPolyDataMapper.h"
+#include "vtkProperty.h"
+#include "vtkRenderWindow.h"
+#include "vtkRenderWindowInteractor.h"
+#include "vtkRenderer.h"
+#include "vtkVectorText.h"
+
+#include <cstdio>
+
+vtkObjectFactoryNewMacro(zvAreaWidget);
+
+vtkObject* vtkInstantiatorzvAreaWidgetNew()
+{
+  return zvAreaWidget::New();
+}
+
+zvAreaWidget::zvAreaWidget()
+{
+  this->EventCallbackCommand->SetCallback(zvAreaWidget::ProcessEvents);
+  vtkNew<vtkPolyDataMapper> mapper;
+  mapper->SetInputConnection(this->AreaText->GetOutputPort());
+  this->AreaActor->SetMapper(mapper);
+  this->AreaText->SetText(" ");
+  this->AreaActor->GetProperty()->SetColor(1.0, 1.0, 0.0);
+  this->SizeLabel();
+}
+
+zvAreaWidget::~zvAreaWidget()
+{
+  if (this->Interactor)
+  {
+    this->zvAreaWidget::SetEnabled(0);
+  }
+}
+
+void zvAreaWidget::PrintSelf(ostream& os, vtkIndent indent)
+{
+  this->Superclass::PrintSelf(os, indent);
+  os << indent << "Area: " << this->Area << "\n";
+}
+
+void zvAreaWidget::CollectRevisions(ostream& os)
+{
+  this->Superclass::CollectRevisions(os);
+  os << "zvAreaWidget $Revision: 1.2 $\n";
+}
+
+void zvAreaWidget::SetEnabled(int enabling)
+{
+  if (!this->Interactor)
+  {
+    vtkErrorMacro("The interactor must be set prior to enabling/disabling widget");
+    return;
+  }
+  // An observer may release the widget. In the destructor there is nothing to hold any more.
+  const vtkSmartPointer<zvAreaWidget> self = this->GetReferenceCount() > 0 ? this : nullptr;
+  if (enabling && !this->Enabled && this->TakePokedRenderer())
+  {
+    // Deliberate: the parent attaches the same observers once more. Hosts count on the events that
+    // are not aborted coming twice.
+    this->AddObservers();
+    this->AreaActor->SetCamera(this->CurrentRenderer->GetActiveCamera());
+    this->CurrentRenderer->AddViewProp(this->AreaActor);
+    this->Superclass::SetEnabled(1);
+    this->Render();
+  }
+  else if (!enabling && this->Enabled)
+  {
+    if (this->CurrentRenderer)
+    {
+      this->CurrentRenderer->RemoveViewProp(this->AreaActor);
+    }
+    this->Superclass::SetEnabled(0);
+    this->Render();
+  }
+}
+
+double zvAreaWidget::GetArea()
+{
+  return this->Area;
+}
+
+void zvAreaWidget::CalculateArea()
+{
+  vtkPolyData* line = this->ParametricFunctionSource->GetOutput();
+  // A handle of an open curve can be dragged, too: that it encloses nothing is worth no warning.
+  const bool closed = zvHandleCurve::TestClosure(line) == zvHandleCurve::Closure::Closed;
+  this->Area = closed ? zvUtils::CalculateArea(line) : 0.0;
+  this->UpdateAreaLabel();
+}
+
+void zvAreaWidget::UpdateAreaLabel()
+{
+  char text[100];
+  std::snprintf(text, sizeof(text), "%10.2lf mm^2", this->Area);
+  this->AreaText->SetText(text);
+  this->SizeLabel();
+  this->CalculateCentroid();
+  this->AreaActor->SetPosition(this->Centroid);
+}
+
+void zvAreaWidget::AddHandle(double* pos)
+{
+  if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
+  {
+    this->CurrentHandleIndex = this->HighlightHandle();
+    if (this->CurrentHandleIndex == 0)
+    {
+      this->CloseCurve();
+    }
+    this->CurrentHandleIndex = -1;
+    return;
+  }
+  zvHandleCurve::Positions handles = this->ReadHandles();
+  handles.push_back({ { pos[0], pos[1], pos[2] } });
+  this->SetHandlePoints(handles);
+  this->InitializeHandles(this->HandlePolyData->GetPoints());
+  if (this->TakePokedRenderer())
+  {
+    this->ShowCurve();
+  }
+  this->HighlightHandle();
+  this->Render();
+}
+
+void zvAreaWidget::OnLeftButtonDown()
+{
+  this->CurveGrabbed = false;
+  if (!this->IsPointerInView())
+  {
+    this->State = Outside;
+    return;
+  }
+  const bool onHandle = this->Pick(this->HandlePicker);
+  this->CurrentHandleIndex = this->HighlightHandle();
+  if (onHandle)
+  {
+    this->State = Moving;
+  }
+  else if (this->Pick(this->LinePicker))
+  {
+    this->InsertHandleUnderPointer();
+  }
+  else
+  {
+    this->State = Outside;
+    return;
+  }
+  this->BeginInteraction();
+}
+
+void zvAreaWidget::OnLeftButtonUp()
+{
+  if (this->State == Start || this->State == Outside)
+  {
+    return;
+  }
+  this->State = Start;
+  this->HighlightLine(0);
+  this->CurveGrabbed = false;
+  this->HighlightHandle();
+  this->CurrentHandleIndex = -1;
+  this->FinishInteraction();
+}
+
+void zvAreaWidget::OnMouseMove()
+{
+  double previous[3];
+  double current[3];
+  if (this->State == Start || this->State == Outside || !this->FindDragPoints(previous, current))
+  {
+    return;
+  }
+  this->MoveWithPointer(previous, current);
+  if (this->State == Moving && this->CurrentHandleIndex != -1)
+  {
+    // Deliberate: before the line follows, so the area is that of the curve as it was last drawn.
+    this->CalculateArea();
+  }
+  this->FollowMotion();
+  this->UpdateAreaLabel();
+  this->TellMotion();
+}
+
+void zvAreaWidget::OnMouseWheelForward()
+{
+  this->RefreshLabelAfterZoom();
+}
+
+void zvAreaWidget::OnMouseWheelBackward()
+{
+  this->RefreshLabelAfterZoom();
+}
+
+void zvAreaWidget::ProcessEvents(
+  vtkObject* vtkNotUsed(object), unsigned long event, void* clientdata, void* vtkNotUsed(calldata))
+{
+  // An observer may release the widget while its handler runs.
+  const vtkSmartPointer<zvAreaWidget> self = static_cast<zvAreaWidget*>(clientdata);
+  switch (event)
+  {
+    case vtkCommand::LeftButtonPressEvent:
+      self->OnLeftButtonDown();
+      break;
+    case vtkCommand::LeftButtonReleaseEvent:
+      self->OnLeftButtonUp();
+      break;
+    case vtkCommand::MiddleButtonPressEvent:
+      self->OnMiddleButtonDown();
+      break;
+    case vtkCommand::MiddleButtonReleaseEvent:
+      self->OnMiddleButtonUp();
+      break;
+    case vtkCommand::RightButtonPressEvent:
+      self->OnRightButtonDown();
+      break;
+    case vtkCommand::RightButtonReleaseEvent:
+      self->OnRightButtonUp();
+      break;
+    case vtkCommand::MouseMoveEvent:
+      self->OnMouseMove();
+      break;
+    case vtkCommand::MouseWheelForwardEvent:
+      self->OnMouseWheelForward();
+      break;
+    case vtkCommand::MouseWheelBackwardEvent:
+      self->OnMouseWheelBackward();
+      break;
+    default:
+      break;
+  }
+}
+
+void zvAreaWidget::CloseCurve()
+{
+  this->ClosedOn();
+  this->State = Start;
+  this->Closed = 1;
+  this->SetEnabled(1);
+  // Enabling drew the closed line. Of a widget that was enabled before, the open one was drawn
+  // last.
+  this->ParametricFunctionSource->Update();
+  this->CalculateArea();
+}
+
+void zvAreaWidget::SizeLabel()
+{
+  // A renderer that has left its window has no size to fit the label to.
+  const bool inWindow = !this->CurrentRenderer || this->CurrentRenderer->GetRenderWindow();
+  const double size =
+    inWindow ? this->vtk3DWidget::SizeHandles(1.0) : this->HandleSize * this->InitialLength;
+  const float scale = static_cast<float>(size * 1.7);
+  this->AreaActor->SetScale(scale, scale, scale);
+}
+
+void zvAreaWidget::RefreshLabelAfterZoom()
+{
+  this->UpdateAreaLabel();
+  this->SizeHandles();
+  this->Render();
+}

@@ -1,0 +1,1079 @@
+#include "zvSplineWidget.h"
+
+#include "zvEvents.h"
+#include "zvHandleCurve.h"
+#include "zvParametricSpline.h"
+
+#include "vtkActor.h"
+#include "vtkCallbackCommand.h"
+#include "vtkCamera.h"
+#include "vtkCellArray.h"
+#include "vtkCellPicker.h"
+#include "vtkDoubleArray.h"
+#include "vtkMath.h"
+#include "vtkObjectFactory.h"
+#include "vtkParametricFunctionSource.h"
+#include "vtkPlaneSource.h"
+#include "vtkPoints.h"
+#include "vtkPolyData.h"
+#include "vtkPolyDataMapper.h"
+#include "vtkProperty.h"
+#include "vtkRenderWindow.h"
+#include "vtkRenderWindowInteractor.h"
+#include "vtkRenderer.h"
+#include "vtkTransform.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+using zvHandleCurve::Position;
+using zvHandleCurve::Positions;
+
+constexpr double PickTolerance = 0.005; // of the window's diagonal
+
+Position MotionBetween(const double* from, const double* to)
+{
+  return { { to[0] - from[0], to[1] - from[1], to[2] - from[2] } };
+}
+
+vtkSmartPointer<vtkCellPicker> MakePicker(vtkActor* actor)
+{
+  auto picker = vtkSmartPointer<vtkCellPicker>::New();
+  picker->SetTolerance(PickTolerance);
+  picker->AddPickList(actor);
+  picker->PickFromListOn();
+  return picker;
+}
+
+vtkSmartPointer<vtkPolyDataMapper> MakeMapper()
+{
+  auto mapper = vtkSmartPointer<vtkPolyDataMapper>::New();
+  mapper->SetResolveCoincidentTopologyToPolygonOffset();
+  return mapper;
+}
+
+// Without lighting, ambient and diffuse light are added up: full ambient light leaves no room.
+void LightEvenly(vtkProperty* property)
+{
+  property->SetAmbient(1.0);
+  property->SetDiffuse(0.0);
+}
+}
+
+vtkObjectFactoryNewMacro(zvSplineWidget);
+
+vtkObject* vtkInstantiatorzvSplineWidgetNew()
+{
+  return zvSplineWidget::New();
+}
+
+zvSplineWidget::zvSplineWidget()
+  : ParametricSpline(vtkSmartPointer<zvParametricSpline>::New())
+  , HandlePicker(MakePicker(this->HandleActor))
+  , LinePicker(MakePicker(this->LineActor))
+{
+  this->EventCallbackCommand->SetCallback(zvSplineWidget::ProcessEvents);
+  std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag before the line is picked
+
+  this->ParametricSpline->SetPoints(zvHandleCurve::MakePoints({}));
+  this->ParametricFunctionSource->SetParametricFunction(this->ParametricSpline);
+  this->ParametricFunctionSource->SetScalarModeToNone();
+  this->ParametricFunctionSource->GenerateTextureCoordinatesOff();
+  this->ParametricFunctionSource->SetUResolution(this->Resolution);
+
+  auto lineMapper = MakeMapper();
+  lineMapper->SetInputConnection(this->ParametricFunctionSource->GetOutputPort());
+  this->LineActor->SetMapper(lineMapper);
+  auto handleMapper = MakeMapper();
+  handleMapper->SetInputData(this->HandlePolyData);
+  this->HandleActor->SetMapper(handleMapper);
+  this->CreateDefaultProperties();
+
+  this->PlaceFactor = 1.0;
+  double bounds[6] = { -0.5, 0.5, -0.5, 0.5, -0.5, 0.5 };
+  this->zvSplineWidget::PlaceWidget(bounds);
+}
+
+zvSplineWidget::~zvSplineWidget()
+{
+  if (this->Interactor)
+  {
+    this->zvSplineWidget::SetEnabled(0);
+  }
+  this->HideCurve(); // AddHandle shows the curve of a widget that is not enabled, too
+}
+
+void zvSplineWidget::PrintSelf(ostream& os, vtkIndent indent)
+{
+  this->Superclass::PrintSelf(os, indent);
+  const auto printPointer = [&os, indent](const char* label, void* object)
+  {
+    os << indent << label << ": ";
+    object ? os << object << "\n" : os << "(none)\n";
+  };
+  printPointer("Handle Property", this->HandleProperty);
+  printPointer("Selected Handle Property", this->SelectedHandleProperty);
+  printPointer("Line Property", this->LineProperty);
+  printPointer("Selected Line Property", this->SelectedLineProperty);
+  printPointer("ParametricSpline", this->ParametricSpline);
+  os << indent << "Project To Plane: " << (this->ProjectToPlane ? "On\n" : "Off\n");
+  os << indent << "Projection Normal: " << this->ProjectionNormal << "\n";
+  os << indent << "Projection Position: " << this->ProjectionPosition << "\n";
+  os << indent << "Resolution: " << this->Resolution << "\n";
+  os << indent << "Number Of Handles: " << this->NumberOfHandles << "\n";
+  os << indent << "Closed: " << (this->Closed ? "On\n" : "Off\n");
+}
+
+void zvSplineWidget::CollectRevisions(ostream& os)
+{
+  this->Superclass::CollectRevisions(os);
+  os << "zvSplineWidget $Revision: 1.2 $\n";
+}
+
+void zvSplineWidget::SetEnabled(int enabling)
+{
+  if (!this->Interactor)
+  {
+    vtkErrorMacro("The interactor must be set prior to enabling/disabling widget");
+    return;
+  }
+  // An observer may release the widget. In the destructor there is nothing to hold any more.
+  const vtkSmartPointer<zvSplineWidget> self = this->GetReferenceCount() > 0 ? this : nullptr;
+  if (enabling && !this->Enabled && this->TakePokedRenderer())
+  {
+    this->Enabled = 1;
+    this->AddObservers();
+    this->ShowCurve();
+    this->BuildRepresentation();
+    this->SizeHandles();
+    this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
+    this->Render();
+  }
+  else if (!enabling && this->Enabled)
+  {
+    this->Enabled = 0;
+    this->RemoveObservers();
+    this->HideCurve();
+    this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
+    this->SetCurrentRenderer(nullptr);
+    this->Render();
+  }
+}
+
+void zvSplineWidget::PlaceWidget(double bounds[6])
+{
+  double adjusted[6];
+  double center[3];
+  this->AdjustBounds(bounds, adjusted, center);
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  else
+  {
+    this->WriteHandles(zvHandleCurve::OnDiagonal(adjusted, this->NumberOfHandles));
+  }
+  std::copy_n(adjusted, 6, this->InitialBounds);
+  const double low[3] = { adjusted[0], adjusted[2], adjusted[4] };
+  const double high[3] = { adjusted[1], adjusted[3], adjusted[5] };
+  this->InitialLength = std::sqrt(vtkMath::Distance2BetweenPoints(low, high));
+  // Deliberate: the line is not rebuilt. Hosts place first and give handles afterwards.
+  this->SizeHandles();
+}
+
+void zvSplineWidget::PlaceWidget()
+{
+  this->Superclass::PlaceWidget();
+}
+
+void zvSplineWidget::PlaceWidget(
+  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
+{
+  this->Superclass::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
+}
+
+void zvSplineWidget::AddObservers()
+{
+  if (this->Interactor)
+  {
+    zvEvents::Observe(
+      this->Interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
+  }
+}
+
+void zvSplineWidget::SetProjectToPlane(int project)
+{
+  this->ProjectToPlane = project;
+  this->Modified();
+}
+
+int zvSplineWidget::GetProjectToPlane()
+{
+  return this->ProjectToPlane;
+}
+
+void zvSplineWidget::ProjectToPlaneOn()
+{
+  this->SetProjectToPlane(1);
+}
+
+void zvSplineWidget::ProjectToPlaneOff()
+{
+  this->SetProjectToPlane(0);
+}
+
+void zvSplineWidget::SetProjectionNormal(int normal)
+{
+  const int clamped = std::max(
+    this->GetProjectionNormalMinValue(), std::min(normal, this->GetProjectionNormalMaxValue()));
+  if (clamped != this->ProjectionNormal)
+  {
+    this->ProjectionNormal = clamped;
+    this->Modified();
+  }
+}
+
+int zvSplineWidget::GetProjectionNormalMinValue()
+{
+  return zvHandleCurve::AlongX;
+}
+
+int zvSplineWidget::GetProjectionNormalMaxValue()
+{
+  return zvHandleCurve::Oblique;
+}
+
+int zvSplineWidget::GetProjectionNormal()
+{
+  return this->ProjectionNormal;
+}
+
+void zvSplineWidget::SetProjectionPosition(double position)
+{
+  this->ProjectionPosition = position;
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  this->BuildRepresentation();
+}
+
+double zvSplineWidget::GetProjectionPosition()
+{
+  return this->ProjectionPosition;
+}
+
+void zvSplineWidget::SetPlaneSource(vtkPlaneSource* plane)
+{
+  this->PlaneSource = plane;
+}
+
+void zvSplineWidget::SetHandleProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->HandleProperty, property);
+}
+
+vtkProperty* zvSplineWidget::GetHandleProperty()
+{
+  return this->HandleProperty;
+}
+
+void zvSplineWidget::SetSelectedHandleProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->SelectedHandleProperty, property);
+}
+
+vtkProperty* zvSplineWidget::GetSelectedHandleProperty()
+{
+  return this->SelectedHandleProperty;
+}
+
+void zvSplineWidget::SetLineProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->LineProperty, property);
+}
+
+vtkProperty* zvSplineWidget::GetLineProperty()
+{
+  return this->LineProperty;
+}
+
+void zvSplineWidget::SetSelectedLineProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->SelectedLineProperty, property);
+}
+
+vtkProperty* zvSplineWidget::GetSelectedLineProperty()
+{
+  return this->SelectedLineProperty;
+}
+
+void zvSplineWidget::SetNumberOfHandles(int count)
+{
+  count = std::max(count, 0);
+  if (count == this->NumberOfHandles)
+  {
+    return;
+  }
+  this->Initialize();
+  this->NumberOfHandles = count;
+  // Deliberate: the list takes the actor once more at each change, nothing takes it out again.
+  this->HandlePicker->AddPickList(this->HandleActor);
+}
+
+int zvSplineWidget::GetNumberOfHandles()
+{
+  return this->NumberOfHandles;
+}
+
+void zvSplineWidget::SetResolution(int resolution)
+{
+  if (resolution == this->Resolution || resolution < this->NumberOfHandles - 1)
+  {
+    return;
+  }
+  this->Resolution = resolution;
+  this->ParametricFunctionSource->SetUResolution(resolution);
+  this->ParametricFunctionSource->Modified();
+}
+
+int zvSplineWidget::GetResolution()
+{
+  return this->Resolution;
+}
+
+void zvSplineWidget::SetParametricSpline(zvParametricSpline* spline)
+{
+  if (spline == this->ParametricSpline)
+  {
+    return;
+  }
+  this->ParametricSpline = spline;
+  if (spline)
+  {
+    this->ParametricFunctionSource->SetParametricFunction(spline);
+  }
+}
+
+zvParametricSpline* zvSplineWidget::GetParametricSpline()
+{
+  return this->ParametricSpline;
+}
+
+void zvSplineWidget::SetClosed(int closed)
+{
+  if (closed == this->Closed)
+  {
+    return;
+  }
+  this->Closed = closed;
+  if (this->ParametricSpline)
+  {
+    this->ParametricSpline->SetClosed(closed);
+  }
+  this->BuildRepresentation();
+}
+
+int zvSplineWidget::GetClosed()
+{
+  return this->Closed;
+}
+
+void zvSplineWidget::ClosedOn()
+{
+  this->SetClosed(1);
+}
+
+void zvSplineWidget::ClosedOff()
+{
+  this->SetClosed(0);
+}
+
+void zvSplineWidget::SetHandlePosition(int handle, double x, double y, double z)
+{
+  if (handle < 0 || handle >= this->NumberOfHandles)
+  {
+    vtkErrorMacro("zvSplineWidget: handle index out of range.");
+    return;
+  }
+  const Position position{ { x, y, z } };
+  Positions handles = this->ReadHandles();
+  // Handles before this one that were never given a position start where this one is.
+  handles.resize(std::max(handles.size(), static_cast<std::size_t>(handle) + 1), position);
+  handles[handle] = position;
+  this->WriteHandles(handles);
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  this->BuildRepresentation();
+}
+
+void zvSplineWidget::SetHandlePosition(int handle, double xyz[3])
+{
+  this->SetHandlePosition(handle, xyz[0], xyz[1], xyz[2]);
+}
+
+void zvSplineWidget::GetHandlePosition(int handle, double xyz[3])
+{
+  if (const double* position = this->GetHandlePosition(handle))
+  {
+    std::copy_n(position, 3, xyz);
+  }
+}
+
+double* zvSplineWidget::GetHandlePosition(int handle)
+{
+  vtkPoints* points = this->HandlePolyData->GetPoints();
+  if (handle < 0 || handle >= this->NumberOfHandles || !points ||
+    handle >= points->GetNumberOfPoints())
+  {
+    vtkErrorMacro("zvSplineWidget: handle index out of range.");
+    return nullptr;
+  }
+  // Not the array's own scratch tuple, so that a caller can hold two of them.
+  return vtkDoubleArray::SafeDownCast(points->GetData())->GetPointer(3 * handle);
+}
+
+void zvSplineWidget::GetPolyData(vtkPolyData* pd)
+{
+  if (pd)
+  {
+    pd->ShallowCopy(this->ParametricFunctionSource->GetOutput());
+  }
+}
+
+double zvSplineWidget::GetSummedLength()
+{
+  vtkPolyData* line = this->ParametricFunctionSource->GetOutput();
+  return zvHandleCurve::SummedLength(zvHandleCurve::Read(line->GetPoints()));
+}
+
+void zvSplineWidget::CalculateCentroid()
+{
+  std::copy_n(zvHandleCurve::Centroid(this->ReadHandles()).data(), 3, this->Centroid);
+}
+
+void zvSplineWidget::InitializeHandles(vtkPoints* points)
+{
+  if (!points)
+  {
+    return;
+  }
+  // Taken out first: the points may be those of the handles themselves.
+  const Positions positions = zvHandleCurve::Read(points);
+  this->SetNumberOfHandles(static_cast<int>(positions.size()));
+  if (this->HandlePolyData->GetNumberOfPoints() < this->NumberOfHandles)
+  {
+    this->WriteHandles(positions);
+  }
+  int handle = 0;
+  for (const Position& position : positions)
+  {
+    this->SetHandlePosition(handle++, position[0], position[1], position[2]);
+  }
+}
+
+void zvSplineWidget::EraseHandle(const int& index)
+{
+  if (this->NumberOfHandles < 3 || index < 0 || index >= this->NumberOfHandles)
+  {
+    return;
+  }
+  const Positions handles = this->ReadHandles();
+  if (static_cast<std::size_t>(index) < handles.size())
+  {
+    // Deliberate: the points and cells of the handles keep their number, hosts reckon with the old
+    // last point until they add a handle.
+    this->InitializeHandles(zvHandleCurve::MakePoints(zvHandleCurve::Erased(handles, index)));
+  }
+}
+
+void zvSplineWidget::InsertHandleOnLine(double* pos)
+{
+  if (this->NumberOfHandles < 2 || this->LinePicker->GetCellId() == -1)
+  {
+    return;
+  }
+  const Positions handles = this->ReadHandles();
+  const int after = zvHandleCurve::FindInsertion(this->ParametricSpline,
+    static_cast<int>(handles.size()), this->LinePicker->GetSubId(), this->Resolution);
+  this->SetHandlePoints(zvHandleCurve::Inserted(handles, after, { { pos[0], pos[1], pos[2] } }));
+  this->InitializeHandles(this->HandlePolyData->GetPoints());
+}
+
+int zvSplineWidget::IsClosed()
+{
+  if (this->NumberOfHandles < 2 || !this->Closed)
+  {
+    return 0;
+  }
+  const auto closure = zvHandleCurve::TestClosure(this->ParametricFunctionSource->GetOutput());
+  if (closure == zvHandleCurve::Closure::NoLine)
+  {
+    vtkErrorMacro("No line data to query geometric closure");
+  }
+  return closure == zvHandleCurve::Closure::Closed ? 1 : 0;
+}
+
+int zvSplineWidget::IsClicked()
+{
+  return this->Pick(this->HandlePicker) || this->Pick(this->LinePicker) ? 1 : 0;
+}
+
+int zvSplineWidget::GetState()
+{
+  return this->State;
+}
+
+void zvSplineWidget::SetState(int state)
+{
+  this->State = state;
+}
+
+void zvSplineWidget::AddHandle(double* pos)
+{
+  if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
+  {
+    this->CurrentHandleIndex = this->HighlightHandle();
+    if (this->CurrentHandleIndex == 0)
+    {
+      this->ClosedOn();
+      this->State = Start;
+      this->SetEnabled(1);
+    }
+    this->CurrentHandleIndex = -1;
+    return;
+  }
+  Positions handles = this->ReadHandles();
+  handles.push_back({ { pos[0], pos[1], pos[2] } });
+  this->InitializeHandles(zvHandleCurve::MakePoints(handles));
+  if (this->TakePokedRenderer())
+  {
+    this->CurrentRenderer->AddActor(this->LineActor);
+  }
+  this->LineActor->SetProperty(this->LineProperty);
+  this->State = Placing;
+  this->HighlightHandle();
+  this->Render();
+}
+
+void zvSplineWidget::BuildRepresentation()
+{
+  if (!this->ParametricSpline)
+  {
+    return;
+  }
+  const Positions handles = this->ReadHandles();
+  const auto count = static_cast<vtkIdType>(handles.size());
+  // A curve without handles is sampled at the origin, where it must not be hit.
+  this->LineActor->SetVisibility(count > 0 ? 1 : 0);
+  vtkPoints* points = this->ParametricSpline->GetPoints();
+  if (!points)
+  {
+    this->ParametricSpline->SetPoints(zvHandleCurve::MakePoints(handles));
+  }
+  else
+  {
+    if (points->GetNumberOfPoints() != count)
+    {
+      points->GetData()->SetNumberOfComponents(3);
+      points->GetData()->SetNumberOfTuples(count);
+    }
+    zvHandleCurve::Write(handles, points);
+  }
+  this->ParametricSpline->Modified();
+}
+
+void zvSplineWidget::Initialize()
+{
+  this->NumberOfHandles = 0;
+}
+
+void zvSplineWidget::ProjectPointsToPlane()
+{
+  if (this->ProjectionNormal == zvHandleCurve::Oblique)
+  {
+    this->ProjectPointsToObliquePlane();
+  }
+  else
+  {
+    this->ProjectPointsToOrthoPlane();
+  }
+}
+
+void zvSplineWidget::ProjectPointsToOrthoPlane()
+{
+  if (this->ProjectionNormal != zvHandleCurve::Oblique)
+  {
+    Positions handles = this->ReadHandles();
+    zvHandleCurve::ProjectToOrthoPlane(handles, this->ProjectionNormal, this->ProjectionPosition);
+    this->WriteHandles(handles);
+  }
+}
+
+void zvSplineWidget::ProjectPointsToObliquePlane()
+{
+  if (!this->PlaneSource)
+  {
+    vtkGenericWarningMacro("Set the plane source for oblique projections...");
+    return;
+  }
+  Positions handles = this->ReadHandles();
+  zvHandleCurve::ProjectToObliquePlane(handles, this->PlaneSource);
+  this->WriteHandles(handles);
+}
+
+void zvSplineWidget::MovePoint(double* p1, double* p2)
+{
+  Positions handles = this->ReadHandles();
+  if (this->CurrentHandleIndex < 0 ||
+    static_cast<std::size_t>(this->CurrentHandleIndex) >= handles.size())
+  {
+    vtkGenericWarningMacro("Spline handle index out of range.");
+    return;
+  }
+  Positions moved(1, handles[this->CurrentHandleIndex]);
+  zvHandleCurve::Translate(moved, MotionBetween(p1, p2));
+  handles[this->CurrentHandleIndex] = moved.front();
+  this->WriteHandles(handles);
+}
+
+void zvSplineWidget::Translate(double* p1, double* p2)
+{
+  Positions handles = this->ReadHandles();
+  zvHandleCurve::Translate(handles, MotionBetween(p1, p2));
+  this->WriteHandles(handles);
+}
+
+void zvSplineWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
+{
+  if (!this->Interactor)
+  {
+    return;
+  }
+  Positions handles = this->ReadHandles();
+  const bool shrink = this->Interactor->GetLastEventPosition()[1] >= Y;
+  zvHandleCurve::Scale(handles, std::sqrt(vtkMath::Distance2BetweenPoints(p1, p2)), shrink);
+  this->WriteHandles(handles);
+}
+
+void zvSplineWidget::Spin(double* p1, double* p2, double* vpn)
+{
+  Position axis;
+  const bool canSpin = this->ProjectToPlane
+    ? zvHandleCurve::FindPlanarSpinAxis(this->ProjectionNormal, this->PlaneSource, axis)
+    : zvHandleCurve::FindFreeSpinAxis(MotionBetween(p1, p2), vpn, axis);
+  if (!canSpin)
+  {
+    return;
+  }
+  const Position from{ { p1[0], p1[1], p1[2] } };
+  const Position to{ { p2[0], p2[1], p2[2] } };
+  const Position center{ { this->Centroid[0], this->Centroid[1], this->Centroid[2] } };
+  Positions handles = this->ReadHandles();
+  zvHandleCurve::Spin(handles, from, to, center, axis, this->Transform);
+  this->WriteHandles(handles);
+}
+
+int zvSplineWidget::HighlightHandle()
+{
+  const int handle = static_cast<int>(this->HandlePicker->GetPointId());
+  if (handle != -1)
+  {
+    this->ValidPick = 1;
+  }
+  return handle;
+}
+
+void zvSplineWidget::HighlightLine(int highlight)
+{
+  if (highlight)
+  {
+    this->ValidPick = 1;
+    this->LinePicker->GetPickPosition(this->LastPickPosition);
+    this->LineActor->SetProperty(this->SelectedLineProperty);
+  }
+  else
+  {
+    this->LineActor->SetProperty(this->LineProperty);
+  }
+}
+
+void zvSplineWidget::OnLeftButtonDown()
+{
+  this->CurveGrabbed = false;
+  if (!this->IsPointerInView())
+  {
+    this->State = Outside;
+    return;
+  }
+  const bool onHandle = this->Pick(this->HandlePicker);
+  this->CurrentHandleIndex = this->HighlightHandle();
+  if (onHandle)
+  {
+    if (this->CurrentHandleIndex == 0 && !this->Closed)
+    {
+      this->ClosedOn();
+    }
+    this->State = Moving;
+  }
+  else if (this->Pick(this->LinePicker))
+  {
+    this->InsertHandleUnderPointer();
+  }
+  else if (this->Closed)
+  {
+    this->State = Outside;
+    return;
+  }
+  else
+  {
+    // A picker that misses puts its position under the pointer, at the depth of the focal point.
+    double position[3];
+    this->LinePicker->GetPickPosition(position);
+    this->Render();
+    this->AddHandle(position);
+    this->State = Placing;
+  }
+  this->BeginInteraction();
+}
+
+void zvSplineWidget::OnLeftButtonUp()
+{
+  if (this->State == Start || this->State == Outside)
+  {
+    return;
+  }
+  this->State = Start;
+  this->HighlightLine(0);
+  this->CurveGrabbed = false;
+  this->HighlightHandle();
+  this->SizeHandles();
+  this->FinishInteraction();
+}
+
+void zvSplineWidget::OnMiddleButtonDown()
+{
+  if (!this->IsPointerInView())
+  {
+    this->State = Outside;
+    return;
+  }
+  this->State = Moving;
+  if (!this->Pick(this->HandlePicker) && !this->Pick(this->LinePicker))
+  {
+    this->State = Outside;
+    this->HighlightLine(0);
+    this->CurveGrabbed = false;
+    return;
+  }
+  // Deliberate: the handle that the last left press took stays the one that is moved.
+  this->HighlightLine(1);
+  this->CurveGrabbed = true;
+  this->BeginInteraction();
+}
+
+void zvSplineWidget::OnMiddleButtonUp()
+{
+  if (this->State == Start || this->State == Outside)
+  {
+    return;
+  }
+  this->State = Start;
+  this->HighlightLine(0);
+  this->CurveGrabbed = false;
+  this->SizeHandles();
+  this->FinishInteraction();
+}
+
+// Deliberately empty: the right button is the host's, for its menu.
+void zvSplineWidget::OnRightButtonDown() {}
+
+void zvSplineWidget::OnRightButtonUp()
+{
+  this->SizeHandles();
+}
+
+void zvSplineWidget::OnMouseMove()
+{
+  double previous[3];
+  double current[3];
+  if (this->State == Start || this->State == Outside || !this->FindDragPoints(previous, current))
+  {
+    return;
+  }
+  this->MoveWithPointer(previous, current);
+  this->FollowMotion();
+  this->TellMotion();
+}
+
+void zvSplineWidget::OnMouseWheelForward()
+{
+  this->SizeHandles();
+  this->Render();
+}
+
+void zvSplineWidget::OnMouseWheelBackward()
+{
+  this->SizeHandles();
+  this->Render();
+}
+
+void zvSplineWidget::ProcessEvents(
+  vtkObject* vtkNotUsed(object), unsigned long event, void* clientdata, void* vtkNotUsed(calldata))
+{
+  // An observer may release the widget while its handler runs.
+  const vtkSmartPointer<zvSplineWidget> self = static_cast<zvSplineWidget*>(clientdata);
+  switch (event)
+  {
+    case vtkCommand::LeftButtonPressEvent:
+      self->OnLeftButtonDown();
+      break;
+    case vtkCommand::LeftButtonReleaseEvent:
+      self->OnLeftButtonUp();
+      break;
+    case vtkCommand::MiddleButtonPressEvent:
+      self->OnMiddleButtonDown();
+      break;
+    case vtkCommand::MiddleButtonReleaseEvent:
+      self->OnMiddleButtonUp();
+      break;
+    case vtkCommand::RightButtonPressEvent:
+      self->OnRightButtonDown();
+      break;
+    case vtkCommand::RightButtonReleaseEvent:
+      self->OnRightButtonUp();
+      break;
+    case vtkCommand::MouseMoveEvent:
+      self->OnMouseMove();
+      break;
+    case vtkCommand::MouseWheelForwardEvent:
+      self->OnMouseWheelForward();
+      break;
+    case vtkCommand::MouseWheelBackwardEvent:
+      self->OnMouseWheelBackward();
+      break;
+    default:
+      break;
+  }
+}
+
+void zvSplineWidget::CreateDefaultProperties()
+{
+  if (!this->HandleProperty)
+  {
+    this->HandleProperty = vtkSmartPointer<vtkProperty>::New();
+    this->HandleProperty->SetColor(1.0, 0.0, 0.0);
+    this->HandleProperty->SetPointSize(7.5);
+  }
+  if (!this->SelectedHandleProperty)
+  {
+    this->SelectedHandleProperty = vtkSmartPointer<vtkProperty>::New();
+    LightEvenly(this->SelectedHandleProperty);
+    this->SelectedHandleProperty->SetColor(1.0, 0.0, 0.0);
+  }
+  if (!this->LineProperty)
+  {
+    this->LineProperty = vtkSmartPointer<vtkProperty>::New();
+    this->LineProperty->SetRepresentationToWireframe();
+    LightEvenly(this->LineProperty);
+    this->LineProperty->SetColor(0.0, 1.0, 1.0);
+    this->LineProperty->SetLineWidth(2.0);
+    this->LineProperty->SetPointSize(5.5);
+  }
+  if (!this->SelectedLineProperty)
+  {
+    this->SelectedLineProperty = vtkSmartPointer<vtkProperty>::New();
+    this->SelectedLineProperty->SetRepresentationToWireframe();
+    LightEvenly(this->SelectedLineProperty);
+    this->SelectedLineProperty->SetAmbientColor(0.0, 1.0, 0.0);
+    this->SelectedLineProperty->SetLineWidth(2.0);
+  }
+}
+
+void zvSplineWidget::ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property)
+{
+  if (field != property)
+  {
+    field = property;
+    this->Modified();
+  }
+}
+
+Positions zvSplineWidget::ReadHandles()
+{
+  return zvHandleCurve::Read(this->HandlePolyData->GetPoints(), this->NumberOfHandles);
+}
+
+void zvSplineWidget::WriteHandles(const Positions& positions)
+{
+  const auto count = static_cast<vtkIdType>(positions.size());
+  if (this->HandlePolyData->GetNumberOfPoints() < count)
+  {
+    this->SetHandlePoints(positions);
+  }
+  else if (count > 0)
+  {
+    zvHandleCurve::Write(positions, this->HandlePolyData->GetPoints());
+  }
+}
+
+void zvSplineWidget::SetHandlePoints(const Positions& positions)
+{
+  this->HandlePolyData->SetPoints(zvHandleCurve::MakePoints(positions));
+  this->HandlePolyData->SetVerts(
+    zvHandleCurve::MakeVertices(static_cast<vtkIdType>(positions.size())));
+  this->HandlePolyData->Modified();
+  this->HandlePolyData->BuildCells();
+  this->HandlePolyData->BuildLinks(0);
+}
+
+bool zvSplineWidget::TakePokedRenderer()
+{
+  if (!this->CurrentRenderer && this->Interactor)
+  {
+    const int* position = this->Interactor->GetLastEventPosition();
+    this->SetCurrentRenderer(this->Interactor->FindPokedRenderer(position[0], position[1]));
+  }
+  return this->CurrentRenderer != nullptr;
+}
+
+bool zvSplineWidget::IsPointerInView()
+{
+  if (!this->Interactor || !this->CurrentRenderer || !this->CurrentRenderer->GetRenderWindow())
+  {
+    return false;
+  }
+  const int* position = this->Interactor->GetEventPosition();
+  return this->CurrentRenderer->IsInViewport(position[0], position[1]) != 0;
+}
+
+bool zvSplineWidget::Pick(vtkCellPicker* picker)
+{
+  if (!this->Interactor || !this->CurrentRenderer || !this->CurrentRenderer->GetRenderWindow())
+  {
+    return false;
+  }
+  const int* position = this->Interactor->GetEventPosition();
+  picker->Pick(position[0], position[1], 0.0, this->CurrentRenderer);
+  return picker->GetPath() != nullptr;
+}
+
+void zvSplineWidget::InsertHandleUnderPointer()
+{
+  double position[3];
+  this->LinePicker->GetPickPosition(position);
+  this->Render();
+  this->InsertHandleOnLine(position);
+  if (this->Pick(this->HandlePicker))
+  {
+    this->CurrentHandleIndex = this->HighlightHandle();
+    this->State = Moving;
+  }
+}
+
+void zvSplineWidget::BeginInteraction()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  if (this->Interactor && this->Interactor->GetRenderWindow())
+  {
+    this->StartInteraction();
+  }
+  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
+  this->Render();
+}
+
+void zvSplineWidget::FinishInteraction()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  if (this->Interactor && this->Interactor->GetRenderWindow())
+  {
+    this->EndInteraction();
+  }
+  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
+  this->Render();
+}
+
+bool zvSplineWidget::FindDragPoints(double previous[3], double current[3])
+{
+  if (!this->Interactor || !this->CurrentRenderer ||
+    !this->CurrentRenderer->IsActiveCameraCreated())
+  {
+    return false;
+  }
+  double display[3];
+  this->ComputeWorldToDisplay(
+    this->LastPickPosition[0], this->LastPickPosition[1], this->LastPickPosition[2], display);
+  const int* last = this->Interactor->GetLastEventPosition();
+  const int* now = this->Interactor->GetEventPosition();
+  double world[4];
+  this->ComputeDisplayToWorld(last[0], last[1], display[2], world);
+  std::copy_n(world, 3, previous);
+  this->ComputeDisplayToWorld(now[0], now[1], display[2], world);
+  std::copy_n(world, 3, current);
+  return true;
+}
+
+void zvSplineWidget::MoveWithPointer(double previous[3], double current[3])
+{
+  const int* position = this->Interactor->GetEventPosition();
+  switch (this->State)
+  {
+    case Moving:
+      this->CurrentHandleIndex == -1 ? this->Translate(previous, current)
+                                     : this->MovePoint(previous, current);
+      break;
+    case Scaling:
+      this->Scale(previous, current, position[0], position[1]);
+      break;
+    case Spinning:
+      this->Spin(previous, current, this->CurrentRenderer->GetActiveCamera()->GetViewPlaneNormal());
+      break;
+    default:
+      break;
+  }
+}
+
+void zvSplineWidget::FollowMotion()
+{
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  this->BuildRepresentation();
+}
+
+void zvSplineWidget::TellMotion()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
+  this->Render();
+}
+
+void zvSplineWidget::Render()
+{
+  if (this->Interactor)
+  {
+    this->Interactor->Render();
+  }
+}
+
+void zvSplineWidget::ShowCurve()
+{
+  this->CurrentRenderer->AddActor(this->LineActor);
+  this->LineActor->SetProperty(this->LineProperty);
+  this->CurrentRenderer->AddActor(this->HandleActor);
+  this->HandleActor->SetProperty(this->HandleProperty);
+}
+
+void zvSplineWidget::HideCurve()
+{
+  if (this->CurrentRenderer)
+  {
+    this->CurrentRenderer->RemoveActor(this->LineActor);
+    this->CurrentRenderer->RemoveActor(this->HandleActor);
+  }
+}
