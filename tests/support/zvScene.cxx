@@ -105,6 +105,11 @@ Color Scene::ColorAt(const World& position, int viewport) const
 
 void Scene::DropInteractor()
 {
+  // Window and interactor hold each other.
+  if (this->RenderWindow)
+  {
+    this->RenderWindow->SetInteractor(nullptr);
+  }
   this->WindowInteractor = nullptr;
 }
 
@@ -122,6 +127,11 @@ void Scene::DropRenderers()
 
 void Scene::DropWindow()
 {
+  if (this->WindowInteractor)
+  {
+    this->RenderWindow->SetInteractor(nullptr);
+    this->WindowInteractor->SetRenderWindow(nullptr);
+  }
   this->RenderWindow = nullptr;
 }
 }

@@ -65,8 +65,9 @@ public:
   /// What the window last rendered at a world position.
   Color ColorAt(const World& position, int viewport = 0) const;
 
-  /// Let go of one part, as a host may do while widgets live. What is gone is null afterwards, and
-  /// the operations that need it must not be called any more.
+  /// Destroy one part (unless somebody else holds it), as a host may do while widgets live. Its
+  /// getter gives null afterwards (the renderers' throws), and the operations that need it must not
+  /// be called any more.
   void DropInteractor();
   void DropRenderers();
   void DropWindow();

@@ -7,6 +7,7 @@
 #include "vtkNew.h"
 #include "vtkPolyDataMapper.h"
 #include "vtkProperty.h"
+#include "vtkWeakPointer.h"
 
 #include <gtest/gtest-spi.h>
 
@@ -376,18 +377,34 @@ TEST_F(TestKit, ViewportsStandSideBySide)
 
 TEST_F(TestKit, PartsOfASceneCanGoInAnyOrder)
 {
-  zvtest::Scene interactorFirst;
-  interactorFirst.Render();
-  interactorFirst.DropInteractor();
-  interactorFirst.Render();
-  EXPECT_EQ(interactorFirst.Interactor(), nullptr);
-  zvtest::Scene renderersFirst;
-  renderersFirst.Render();
-  renderersFirst.DropRenderers();
-  renderersFirst.Render();
-  zvtest::Scene windowFirst;
-  windowFirst.Render();
-  windowFirst.DropWindow();
-  windowFirst.DropInteractor();
-  EXPECT_EQ(windowFirst.Window(), nullptr);
+  const std::vector<std::string> orders = { "irw", "iwr", "riw", "rwi", "wir", "wri" };
+  for (const std::string& order : orders)
+  {
+    SCOPED_TRACE(order);
+    zvtest::Scene scene;
+    AddRedCube(scene, { { 0, 4, 0, 2, 0, 1 } });
+    scene.Render();
+    vtkWeakPointer<vtkObject> interactor = scene.Interactor(), window = scene.Window(),
+                              renderer = scene.Renderer();
+    for (char part : order)
+    {
+      if (part == 'i')
+      {
+        scene.DropInteractor();
+        EXPECT_EQ(interactor, nullptr);
+        EXPECT_EQ(scene.Interactor(), nullptr);
+      }
+      else if (part == 'r')
+      {
+        scene.DropRenderers();
+        EXPECT_EQ(renderer, nullptr);
+      }
+      else
+      {
+        scene.DropWindow();
+        EXPECT_EQ(window, nullptr);
+        EXPECT_EQ(scene.Window(), nullptr);
+      }
+    }
+  }
 }

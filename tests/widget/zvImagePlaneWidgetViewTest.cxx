@@ -452,9 +452,11 @@ TEST_F(ImagePlaneEnabling, DeletedWhileEnabledItLeavesTheView)
   this->Place(this->Cube(5), 2);
   this->Enable();
   const int before = this->Scene.Renderer()->GetViewProps()->GetNumberOfItems();
+  vtkSmartPointer<vtkCallbackCommand> command = this->Widget->EventCallbackCommand;
+  ASSERT_TRUE(this->Observes(vtkCommand::RightButtonPressEvent));
   this->Release();
   EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), before - 3);
-  EXPECT_FALSE(this->Scene.Interactor()->HasObserver(vtkCommand::RightButtonPressEvent));
+  EXPECT_FALSE(this->Scene.Interactor()->HasObserver(vtkCommand::RightButtonPressEvent, command));
   this->Scene.Render();
   this->Mouse.Drag(zvtest::Left, { { 200, 200 } }, { { 210, 220 } });
   this->Mouse.Drag(zvtest::Right, { { 200, 200 } }, { { 210, 220 } });
