@@ -647,29 +647,41 @@ protected:
   double RotationCenter[3] = { 0.0, 0.0, 0.0 };
 
 private:
-  struct Press;
-
   void Enable();
   void Disable();
   void Render();
-  bool TakeImage();
+  void RunStart(int action);
+  void RunStop(int action);
+
+  bool IsInViewport(int X, int Y);
+  bool IsPlaneAt(int X, int Y);
+  bool FindPress(int& X, int& Y);
+  void FindPressedRegion(double axis1[3], double axis2[3]);
+  void TellDragStart(unsigned long event, void* calldata);
+  void TellDragEnd(unsigned long event, void* calldata);
+  bool EndDrag();
+  void MoveDrag(double previous[3], double current[3]);
+  void PlaceCursor(const double q[3]);
+  void ApplyToTable(double window, double level);
+
   void DetachInput();
-  bool RefuseTurnedImage();
+  bool RefuseTurnedImage(bool hasIdentityDirection);
+  bool TakeImage();
   void ShowImage(bool on);
   void UseImageRange();
   void ConnectPipeline(vtkAlgorithmOutput* port);
-  vtkSmartPointer<vtkPolyDataMapper> NewTexturePlaneMapper();
-  int GetStepAxis();
-  void GetStep(double direction, double step[3]);
+  vtkSmartPointer<vtkPolyDataMapper> NewTexturePlaneMapper(const double bounds[6]);
+  template <typename T>
+  void SetPart(vtkSmartPointer<T>& part, T* object);
+
+  void CenterOnCut();
+  bool UpdateCut();
+  void SampleReslice(const double spacing[3]);
+  double GetStepLength();
+  void GetStep(double length, double step[3]);
+  bool PushSteps(int steps, int index);
   void EnlargeBeforeTurning();
-  void TurnPlane();
-  void RunStart(int action);
-  void RunStop(int action);
-  bool EndDrag();
-  bool PressedPlane(int X, int Y);
-  bool IsInViewport(int X, int Y);
-  void TellDragStart(unsigned long event, void* calldata);
-  void TellDragEnd(unsigned long event, void* calldata);
+  void TurnPlane(const double center[3], double angle, const double axis[3]);
 };
 
 #endif

@@ -1,0 +1,31 @@
+#ifndef zvImageGrid_h
+#define zvImageGrid_h
+
+class vtkAlgorithm;
+class vtkImageData;
+
+/// Where the voxels of an image lie.
+namespace zvImageGrid
+{
+/// What a pipeline promises of its image before it has made it.
+struct Grid
+{
+  int Extent[6] = { 0, -1, 0, -1, 0, -1 }; ///< whole extent, voxel indices
+  double Origin[3] = { 0.0, 0.0, 0.0 };    ///< of voxel (0, 0, 0), world millimetres
+  double Spacing[3] = { 1.0, 1.0, 1.0 };   ///< millimetres, may be negative
+  bool IdentityDirection = true;           ///< whether the image's axes are those of the world
+};
+
+/// The grid of the image on the first input of \a consumer, after its producer has updated its
+/// information. A consumer without a connection gives an empty grid.
+Grid Read(vtkAlgorithm* consumer);
+
+/// Whether the axes of \a image are those of the world, exactly.
+bool HasIdentityDirection(vtkImageData* image);
+
+/// The index nearest to \a coordinate on an axis, halves away from zero. 0 where the spacing is 0
+/// or a value is not a number; never beyond what an int holds.
+int NearestIndex(double coordinate, double origin, double spacing);
+}
+
+#endif
