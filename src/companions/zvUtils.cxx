@@ -20,7 +20,8 @@ using Point = std::array<double, 3>;
 
 // One line cell. Line ends meet at a node: those that share a point do, and where an odd number of
 // them shares a point, one would be left over, so they are joined with their like at the same
-// place.
+// place. Other points at one place are not joined: the area of a curve that crosses itself would
+// jump whenever two of its points happen to meet at the crossing.
 struct Chain
 {
   std::vector<vtkIdType> Points; // along one line cell, two or more

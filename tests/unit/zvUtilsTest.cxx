@@ -346,6 +346,18 @@ TEST_F(Utils, LoopsThatACurveRunsRoundInOppositeDirectionsCountAgainstEachOther)
   EXPECT_NEAR(AreaOf(points, Ring(0, 4)), 3.0, 1e-14);
 }
 
+TEST_F(Utils, AreaDoesNotJumpWhenACurveHappensToMeetItselfAtAPlace)
+{
+  // An eight that crosses at points 0 and 3, which are two points at one place; areas 1 and 9.
+  const Points points = { { 0, 0, 0 }, { -1, 1, 0 }, { -1, -1, 0 }, { 0, 0, 0 }, { 3, 3, 0 },
+    { 3, -3, 0 } };
+  EXPECT_DOUBLE_EQ(AreaOf(points, Ring(0, 6)), 8.0);
+  EXPECT_DOUBLE_EQ(AreaOf(points, { { 0, 1, 2, 3, 4, 5, 0 } }), 8.0);
+  Points apart = points;
+  apart[3][0] = 1e-9;
+  EXPECT_NEAR(AreaOf(apart, Ring(0, 6)), 8.0, 1e-7);
+}
+
 TEST_F(Utils, AreaOfABentContourIsThatOfItsProjection)
 {
   const Points saddle = { { 0, 0, 1 }, { 2, 0, -1 }, { 2, 2, 1 }, { 0, 2, -1 } };
