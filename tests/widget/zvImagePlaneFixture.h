@@ -177,6 +177,22 @@ inline ::testing::AssertionResult IsPoint(
     << ") and should be (" << x << ", " << y << ", " << z << ")";
 }
 
+/// The grey of an entry of the default table, 0 to 255: the toolkit's ramp is an S, half a cosine.
+inline int ShadeOfEntry(int entry)
+{
+  return static_cast<int>(
+    std::lround(255.0 * (0.5 - 0.5 * std::cos(std::acos(-1.0) * entry / 255.0))));
+}
+
+/// Whether a pixel is of the grey of an entry of the default table.
+inline ::testing::AssertionResult ShowsEntry(const zvtest::Color& color, int entry)
+{
+  const zvtest::Color wanted = zvtest::Color::Grey(ShadeOfEntry(entry));
+  return color.IsNear(wanted, 2)
+    ? ::testing::AssertionSuccess()
+    : ::testing::AssertionFailure() << "the colour is " << color << " and should be " << wanted;
+}
+
 /// A widget on a volume, without a view.
 class ImagePlaneTest : public zvtest::QuietTest
 {

@@ -502,7 +502,7 @@ TEST_F(ImagePlaneGeometry, AMotionMovesBySlicesAndAtLeastByOne)
     double Motion, Height;
   };
   const Row rows[] = { { 2.5, 6 }, { 0.2, 4 }, { 0.0, 3 }, { -0.2, 2 }, { -1.5, 1 }, { 1.0, 5 },
-    { 2.999, 5.0 } };
+    { 1.999, 5 }, { 2.999, 6 } };
   this->Place(this->Cube(10), 2);
   for (const Row& row : rows)
   {
