@@ -473,6 +473,8 @@ TEST_F(WorkstationFiles, MetaImageThatCannotBeShownIsRefused)
   };
   EXPECT_EQ(RefusalOf(write("NDims = 2\nDimSize = 5 4\nElementType = MET_SHORT\n")),
     "it has 2 dimensions; a volume has 3");
+  EXPECT_EQ(RefusalOf(write("NDims = many\nDimSize = 5 4 3\nElementType = MET_SHORT\n")),
+    "it has nan dimensions; a volume has 3");
   EXPECT_EQ(RefusalOf(write("NDims = 4\nDimSize = 5 4 3 1\nElementType = MET_SHORT\n")),
     "it has 4 dimensions; a volume has 3");
   EXPECT_EQ(RefusalOf(write("NDims = 3\nDimSize = 5 4 1\nElementType = MET_UCHAR\n"

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -113,7 +114,7 @@ void zvFileFacts::RequireReasonableSize(
   double voxels = 1.0;
   for (const double dimension : dimensions)
   {
-    if (!(dimension >= 1.0) || dimension > 2147483646.0)
+    if (!(dimension >= 1.0) || dimension > 2147483646.0 || dimension != std::floor(dimension))
     {
       throw zvLoadRefusal("its dimensions make no sense");
     }

@@ -63,13 +63,13 @@ std::array<double, 3> RequireVolume(const zvTextHeader& header, const std::strin
   {
     throw zvLoadRefusal("it is not a MetaImage");
   }
-  zvReaderSteps::RequireThreeDimensions(static_cast<int>(count[0]));
+  zvReaderSteps::RequireThreeDimensions(count[0]);
   if (sizes.size() != 3)
   {
     throw zvLoadRefusal("its dimensions make no sense");
   }
   const std::vector<double> channels = header.GetNumbers({ "elementnumberofchannels" });
-  zvReaderSteps::RequireOneValueEach(channels.empty() ? 1 : static_cast<int>(channels[0]));
+  zvReaderSteps::RequireOneValueEach(channels.empty() ? 1.0 : channels[0]);
   const double bytesPerVoxel = BytesPerValue(header.Get({ "elementtype" }));
   zvFileFacts::RequireReasonableSize({ sizes[0], sizes[1], sizes[2] }, bytesPerVoxel);
   zvFileFacts::RequireEnoughBytes(sizes[0] * sizes[1] * sizes[2] * bytesPerVoxel,

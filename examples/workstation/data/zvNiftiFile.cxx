@@ -37,7 +37,7 @@ void RequireScalars(vtkNIFTIImageHeader* header)
   if (HoldsColours(dataType) || header->GetDim(5) > 1)
   {
     zvReaderSteps::RequireOneValueEach(
-      HoldsColours(dataType) ? header->GetBitPix() / 8 : static_cast<int>(header->GetDim(5)));
+      HoldsColours(dataType) ? header->GetBitPix() / 8.0 : static_cast<double>(header->GetDim(5)));
   }
   if (HoldsComplexNumbers(dataType))
   {

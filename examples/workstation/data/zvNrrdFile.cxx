@@ -134,7 +134,7 @@ std::array<double, 3> RequireVolume(const zvTextHeader& header, const std::strin
   {
     throw zvLoadRefusal("it is not a NRRD image");
   }
-  zvReaderSteps::RequireThreeDimensions(static_cast<int>(count[0]));
+  zvReaderSteps::RequireThreeDimensions(count[0]);
   if (sizes.size() != 3)
   {
     throw zvLoadRefusal("its dimensions make no sense");

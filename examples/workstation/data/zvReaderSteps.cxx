@@ -8,6 +8,7 @@
 #include "vtkImageReader2.h"
 #include "vtkPointData.h"
 
+#include <cstdio>
 #include <string>
 
 namespace
@@ -16,6 +17,14 @@ namespace
 std::string FirstLine(const std::string& message)
 {
   return message.substr(0, message.find('\n'));
+}
+
+// A header's number, which need not be a whole or even a finite one.
+std::string InWords(double number)
+{
+  char text[32];
+  std::snprintf(text, sizeof(text), "%g", number);
+  return text;
 }
 
 void RequireSilence(vtkImageReader2* reader, const zvMessageTrap::Listener& messages)
@@ -63,20 +72,20 @@ void zvReaderSteps::ReadVoxels(vtkImageReader2* reader, const std::array<double,
   volume.Voxels = Regrouped(reader->GetOutput(), dimensions);
 }
 
-void zvReaderSteps::RequireOneValueEach(int components)
+void zvReaderSteps::RequireOneValueEach(double components)
 {
-  if (components != 1)
+  if (components != 1.0)
   {
-    throw zvLoadRefusal("it has " + std::to_string(components) +
+    throw zvLoadRefusal("it has " + InWords(components) +
       " values a voxel (colours or vectors); only single values can be shown");
   }
 }
 
-void zvReaderSteps::RequireThreeDimensions(int dimensions)
+void zvReaderSteps::RequireThreeDimensions(double dimensions)
 {
-  if (dimensions != 3)
+  if (dimensions != 3.0)
   {
-    throw zvLoadRefusal("it has " + std::to_string(dimensions) + " dimensions; a volume has 3");
+    throw zvLoadRefusal("it has " + InWords(dimensions) + " dimensions; a volume has 3");
   }
 }
 

@@ -23,10 +23,10 @@ void ReadVoxels(vtkImageReader2* reader, const std::array<double, 3>& dimensions
   zvMessageTrap::Listener& messages, zvLoadProgress& progress, zvRawVolume& volume);
 
 /// \throws zvLoadRefusal unless there is exactly one value a voxel.
-void RequireOneValueEach(int components);
+void RequireOneValueEach(double components);
 
 /// \throws zvLoadRefusal unless a header's number of dimensions is three.
-void RequireThreeDimensions(int dimensions);
+void RequireThreeDimensions(double dimensions);
 
 /// Fill a volume's matrix.
 /// \param directions  nine numbers: the direction of the first voxel axis, of the second, the
