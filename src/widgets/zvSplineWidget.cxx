@@ -71,8 +71,6 @@ vtkObject* vtkInstantiatorzvSplineWidgetNew()
 
 zvSplineWidget::zvSplineWidget()
   : ParametricSpline(vtkSmartPointer<zvParametricSpline>::New())
-  , HandlePicker(MakePicker(this->HandleActor))
-  , LinePicker(MakePicker(this->LineActor))
 {
   this->EventCallbackCommand->SetCallback(zvSplineWidget::ProcessEvents);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag before the line is picked
@@ -89,6 +87,8 @@ zvSplineWidget::zvSplineWidget()
   auto handleMapper = MakeMapper();
   handleMapper->SetInputData(this->HandlePolyData);
   this->HandleActor->SetMapper(handleMapper);
+  this->LinePicker = MakePicker(this->LineActor);
+  this->HandlePicker = MakePicker(this->HandleActor);
   this->CreateDefaultProperties();
 
   this->PlaceFactor = 1.0;

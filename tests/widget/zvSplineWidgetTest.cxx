@@ -1,0 +1,1678 @@
+#include "zvSplineWidget.h"
+
+#include "zvCurveFixture.h"
+#include "zvEvents.h"
+#include "zvParametricSpline.h"
+
+#include "vtkCellArray.h"
+#include "vtkMapper.h"
+#include "vtkObjectFactory.h"
+#include "vtkParametricFunctionSource.h"
+#include "vtkPlaneSource.h"
+#include "vtkPropCollection.h"
+#include "vtkProperty.h"
+#include "vtkVersion.h"
+#include "vtkWeakPointer.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <sstream>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using zvtest::World;
+
+namespace
+{
+const double NaN = std::numeric_limits<double>::quiet_NaN();
+
+class SplineWidget : public zvtest::CurveTest<zvSplineWidget>
+{
+};
+
+class ReplacedSpline : public zvSplineWidget
+{
+public:
+  static ReplacedSpline* New() { return new ReplacedSpline; }
+  vtkTypeMacro(ReplacedSpline, zvSplineWidget)
+};
+
+class Factory : public vtkObjectFactory
+{
+public:
+  static Factory* New() { return new Factory; }
+  vtkTypeMacro(Factory, vtkObjectFactory)
+  const char* GetVTKSourceVersion() override { return VTK_SOURCE_VERSION; }
+  const char* GetDescription() override { return "replaces zvSplineWidget"; }
+
+private:
+  static vtkObject* Make() { return ReplacedSpline::New(); }
+  Factory()
+  {
+    this->RegisterOverride("zvSplineWidget", "ReplacedSpline", "for the test", 1, &Factory::Make);
+  }
+};
+
+constexpr char IndexError[] = "zvSplineWidget: handle index out of range.";
+constexpr char IndexWarning[] = "Spline handle index out of range.";
+constexpr char PlaneWarning[] = "Set the plane source for oblique projections...";
+constexpr char InteractorError[] = "The interactor must be set prior to enabling/disabling widget";
+}
+
+// ---- What it is, and how it starts
+// ---------------------------------------------------------------
+
+TEST_F(SplineWidget, ReportsItsOwnNameAndItsAncestors)
+{
+  vtkNew<zvSplineWidget> widget;
+  EXPECT_STREQ(widget->GetClassName(), "zvSplineWidget");
+  for (const char* name :
+    { "zvSplineWidget", "zvWidgets", "vtk3DWidget", "vtkInteractorObserver", "vtkObject" })
+  {
+    EXPECT_EQ(widget->IsA(name), 1) << name;
+  }
+  EXPECT_EQ(widget->IsA("zvAreaWidget"), 0);
+  auto other = vtkSmartPointer<zvSplineWidget>::Take(widget->NewInstance());
+  EXPECT_STREQ(other->GetClassName(), "zvSplineWidget");
+}
+
+TEST_F(SplineWidget, IsMadeByTheObjectFactoryWhenThatKnowsTheClass)
+{
+  vtkNew<Factory> factory;
+  vtkObjectFactory::RegisterFactory(factory);
+  vtkNew<zvSplineWidget> replaced;
+  vtkObjectFactory::UnRegisterFactory(factory);
+  vtkNew<zvSplineWidget> plain;
+  EXPECT_STREQ(replaced->GetClassName(), "ReplacedSpline");
+  EXPECT_STREQ(plain->GetClassName(), "zvSplineWidget");
+}
+
+TEST_F(SplineWidget, TheInstantiatorMakesOneWithOneReference)
+{
+  auto made = vtkSmartPointer<vtkObject>::Take(vtkInstantiatorzvSplineWidgetNew());
+  EXPECT_STREQ(made->GetClassName(), "zvSplineWidget");
+  EXPECT_EQ(made->GetReferenceCount(), 1);
+}
+
+TEST_F(SplineWidget, WritesItsRevisionAfterTheParents)
+{
+  vtkNew<zvSplineWidget> widget;
+  std::ostringstream text;
+  widget->CollectRevisions(text);
+  EXPECT_EQ(text.str(), "zvWidgets $Revision: 1.2 $\nzvSplineWidget $Revision: 1.2 $\n");
+}
+
+TEST_F(SplineWidget, StartsWithTheseDefaults)
+{
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Start);
+  EXPECT_EQ(this->Curve->GetProjectionNormal(), 0);
+  EXPECT_EQ(this->Curve->GetProjectionPosition(), 0.0);
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 0);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+  EXPECT_EQ(this->Curve->GetClosed(), 0);
+  EXPECT_EQ(this->Curve->GetResolution(), 500);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, -1);
+  EXPECT_FALSE(this->Curve->CurveGrabbed);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_FALSE(this->Curve->GetInteraction());
+  EXPECT_THAT(this->Curve->Centroid, ElementsAre(0.0, 0.0, 0.0));
+  EXPECT_THAT(this->Curve->LastPickPosition, ElementsAre(0.0, 0.0, 0.0));
+  EXPECT_THAT(this->Curve->InitialBounds, ElementsAre(-0.5, 0.5, -0.5, 0.5, -0.5, 0.5));
+  EXPECT_DOUBLE_EQ(this->Curve->InitialLength, std::sqrt(3.0));
+  EXPECT_EQ(this->Curve->PlaceFactor, 1.0);
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfPoints(), 0);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetUResolution(), 500);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetGenerateTextureCoordinates(), 0);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetScalarMode(),
+    vtkParametricFunctionSource::SCALAR_NONE);
+  EXPECT_EQ(this->Curve->GetParametricSpline()->GetPoints()->GetDataType(), VTK_DOUBLE);
+  EXPECT_EQ(vtkMapper::GetResolveCoincidentTopology(), VTK_RESOLVE_POLYGON_OFFSET);
+}
+
+TEST_F(SplineWidget, ItsNumbersOfStatesAreFixed)
+{
+  EXPECT_EQ(zvSplineWidget::Start, 0);
+  EXPECT_EQ(zvSplineWidget::Moving, 1);
+  EXPECT_EQ(zvSplineWidget::Scaling, 2);
+  EXPECT_EQ(zvSplineWidget::Spinning, 3);
+  EXPECT_EQ(zvSplineWidget::Placing, 4);
+  EXPECT_EQ(zvSplineWidget::Outside, 6);
+}
+
+TEST_F(SplineWidget, PicksOnlyItsOwnActors)
+{
+  for (vtkCellPicker* picker : { this->Curve->HandlePicker.Get(), this->Curve->LinePicker.Get() })
+  {
+    EXPECT_EQ(picker->GetTolerance(), 0.005);
+    EXPECT_EQ(picker->GetPickFromList(), 1);
+    ASSERT_EQ(picker->GetPickList()->GetNumberOfItems(), 1);
+  }
+  EXPECT_EQ(this->Curve->HandlePicker->GetPickList()->GetLastProp(), this->Curve->HandleActor);
+  EXPECT_EQ(this->Curve->LinePicker->GetPickList()->GetLastProp(), this->Curve->LineActor);
+}
+
+TEST_F(SplineWidget, HasTheseProperties)
+{
+  vtkProperty* handle = this->Curve->GetHandleProperty();
+  EXPECT_THAT(
+    std::vector<double>(handle->GetColor(), handle->GetColor() + 3), ElementsAre(1.0, 0.0, 0.0));
+  EXPECT_EQ(handle->GetPointSize(), 7.5f);
+  EXPECT_EQ(handle->GetAmbient(), 0.0);
+
+  vtkProperty* selectedHandle = this->Curve->GetSelectedHandleProperty();
+  EXPECT_THAT(std::vector<double>(selectedHandle->GetColor(), selectedHandle->GetColor() + 3),
+    ElementsAre(1.0, 0.0, 0.0));
+  EXPECT_EQ(selectedHandle->GetAmbient(), 1.0);
+  EXPECT_EQ(selectedHandle->GetDiffuse(), 0.0);
+
+  vtkProperty* line = this->Curve->GetLineProperty();
+  EXPECT_EQ(line->GetRepresentation(), VTK_WIREFRAME);
+  EXPECT_THAT(
+    std::vector<double>(line->GetColor(), line->GetColor() + 3), ElementsAre(0.0, 1.0, 1.0));
+  EXPECT_EQ(line->GetAmbient(), 1.0);
+  EXPECT_EQ(line->GetDiffuse(), 0.0);
+  EXPECT_EQ(line->GetLineWidth(), 2.0f);
+  EXPECT_EQ(line->GetPointSize(), 5.5f);
+
+  vtkProperty* selectedLine = this->Curve->GetSelectedLineProperty();
+  EXPECT_EQ(selectedLine->GetRepresentation(), VTK_WIREFRAME);
+  EXPECT_THAT(
+    std::vector<double>(selectedLine->GetAmbientColor(), selectedLine->GetAmbientColor() + 3),
+    ElementsAre(0.0, 1.0, 0.0));
+  EXPECT_EQ(selectedLine->GetAmbient(), 1.0);
+  EXPECT_EQ(selectedLine->GetDiffuse(), 0.0);
+  EXPECT_EQ(selectedLine->GetLineWidth(), 2.0f);
+}
+
+TEST_F(SplineWidget, PrintsItsFieldsAfterThoseOfTheParent)
+{
+  const auto text = [this]
+  {
+    std::ostringstream stream;
+    this->Curve->PrintSelf(stream, vtkIndent(2));
+    return stream.str().substr(stream.str().find("  DebugMode: Off\n"));
+  };
+  const auto pointer = [](const void* object)
+  {
+    std::ostringstream stream;
+    stream << object;
+    return stream.str();
+  };
+  EXPECT_EQ(text(),
+    "  DebugMode: Off\n"
+    "  Handle Property: " +
+      pointer(this->Curve->GetHandleProperty()) +
+      "\n"
+      "  Selected Handle Property: " +
+      pointer(this->Curve->GetSelectedHandleProperty()) +
+      "\n"
+      "  Line Property: " +
+      pointer(this->Curve->GetLineProperty()) +
+      "\n"
+      "  Selected Line Property: " +
+      pointer(this->Curve->GetSelectedLineProperty()) +
+      "\n"
+      "  ParametricSpline: " +
+      pointer(this->Curve->GetParametricSpline()) +
+      "\n"
+      "  Project To Plane: Off\n"
+      "  Projection Normal: 0\n"
+      "  Projection Position: 0\n"
+      "  Resolution: 500\n"
+      "  Number Of Handles: 0\n"
+      "  Closed: Off\n");
+
+  this->Show(Square(), true);
+  this->Curve->SetHandleProperty(nullptr);
+  this->Curve->SetSelectedHandleProperty(nullptr);
+  this->Curve->SetLineProperty(nullptr);
+  this->Curve->SetSelectedLineProperty(nullptr);
+  this->Curve->SetParametricSpline(nullptr);
+  this->Curve->SetProjectionNormal(2);
+  this->Curve->SetProjectionPosition(1.5);
+  this->Curve->ProjectToPlaneOn();
+  this->Curve->SetResolution(40);
+  EXPECT_EQ(text(),
+    "  DebugMode: Off\n"
+    "  Handle Property: (none)\n"
+    "  Selected Handle Property: (none)\n"
+    "  Line Property: (none)\n"
+    "  Selected Line Property: (none)\n"
+    "  ParametricSpline: (none)\n"
+    "  Project To Plane: On\n"
+    "  Projection Normal: 2\n"
+    "  Projection Position: 1.5\n"
+    "  Resolution: 40\n"
+    "  Number Of Handles: 4\n"
+    "  Closed: On\n");
+}
+
+// ---- Setters
+// -------------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, PropertiesAreReplacedWithAReference)
+{
+  struct Row
+  {
+    void (zvSplineWidget::*Set)(vtkProperty*);
+    vtkProperty* (zvSplineWidget::*Get)();
+  };
+  const Row rows[] = {
+    { &zvSplineWidget::SetHandleProperty, &zvSplineWidget::GetHandleProperty },
+    { &zvSplineWidget::SetSelectedHandleProperty, &zvSplineWidget::GetSelectedHandleProperty },
+    { &zvSplineWidget::SetLineProperty, &zvSplineWidget::GetLineProperty },
+    { &zvSplineWidget::SetSelectedLineProperty, &zvSplineWidget::GetSelectedLineProperty },
+  };
+  for (const Row& row : rows)
+  {
+    vtkNew<vtkProperty> property;
+    vtkMTimeType before = this->Curve->GetMTime();
+    (this->Curve->*row.Set)(property);
+    EXPECT_EQ((this->Curve->*row.Get)(), property);
+    EXPECT_EQ(property->GetReferenceCount(), 2);
+    EXPECT_GT(this->Curve->GetMTime(), before);
+    before = this->Curve->GetMTime();
+    (this->Curve->*row.Set)(property);
+    EXPECT_EQ(this->Curve->GetMTime(), before);
+    (this->Curve->*row.Set)(nullptr);
+    EXPECT_EQ((this->Curve->*row.Get)(), nullptr);
+    EXPECT_EQ(property->GetReferenceCount(), 1);
+  }
+}
+
+TEST_F(SplineWidget, WorksWithoutProperties)
+{
+  this->Curve->SetHandleProperty(nullptr);
+  this->Curve->SetLineProperty(nullptr);
+  this->Curve->SetSelectedLineProperty(nullptr);
+  this->Show(Square(), true);
+  const World corner = this->HandleAt(1);
+  this->Pointer.Drag(zvtest::Middle, this->Pointer.At(corner), { { 210, 200 } });
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Start);
+}
+
+TEST_F(SplineWidget, ProjectionSettingsMoveNothingByThemselves)
+{
+  this->Show(Square());
+  vtkMTimeType before = this->Curve->GetMTime();
+  this->Curve->SetProjectToPlane(1);
+  EXPECT_GT(this->Curve->GetMTime(), before);
+  before = this->Curve->GetMTime();
+  this->Curve->SetProjectionNormal(1);
+  EXPECT_GT(this->Curve->GetMTime(), before);
+  before = this->Curve->GetMTime();
+  this->Curve->SetProjectionNormal(1);
+  EXPECT_EQ(this->Curve->GetMTime(), before);
+  this->ExpectHandles(Square());
+}
+
+TEST_F(SplineWidget, TheProjectionNormalIsClamped)
+{
+  this->Curve->SetProjectionNormal(7);
+  EXPECT_EQ(this->Curve->GetProjectionNormal(), 3);
+  this->Curve->SetProjectionNormal(-1);
+  EXPECT_EQ(this->Curve->GetProjectionNormal(), 0);
+  EXPECT_EQ(this->Curve->GetProjectionNormalMinValue(), 0);
+  EXPECT_EQ(this->Curve->GetProjectionNormalMaxValue(), 3);
+}
+
+TEST_F(SplineWidget, ProjectToPlaneIsStoredAsGivenAndSwitched)
+{
+  this->Curve->SetProjectToPlane(5);
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 5);
+  this->Curve->ProjectToPlaneOff();
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 0);
+  this->Curve->ProjectToPlaneOn();
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 1);
+}
+
+TEST_F(SplineWidget, TheProjectionPositionMovesTheHandlesOnlyWhileProjecting)
+{
+  this->Show(Square());
+  this->Curve->SetProjectionNormal(2);
+  const vtkMTimeType before = this->Curve->GetMTime();
+  const vtkMTimeType spline = this->Curve->GetParametricSpline()->GetMTime();
+  this->Curve->SetProjectionPosition(3.0);
+  this->ExpectHandles(Square());
+  EXPECT_GT(this->Curve->GetParametricSpline()->GetMTime(), spline);
+  EXPECT_EQ(this->Curve->GetMTime(), before);
+  this->Curve->ProjectToPlaneOn();
+  this->Curve->SetProjectionPosition(3.0);
+  for (int i = 0; i < 4; ++i)
+  {
+    EXPECT_EQ(this->HandleAt(i)[2], 3.0);
+  }
+}
+
+TEST_F(SplineWidget, ThePlaneSourceIsOnlyReferredTo)
+{
+  const vtkMTimeType before = this->Curve->GetMTime();
+  {
+    vtkNew<vtkPlaneSource> plane;
+    const int references = plane->GetReferenceCount();
+    this->Curve->SetPlaneSource(plane);
+    EXPECT_EQ(plane->GetReferenceCount(), references);
+  }
+  EXPECT_EQ(this->Curve->GetMTime(), before);
+  this->Show(Square());
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectPointsToPlane(); // the plane is gone
+  this->ExpectGenericWarning("zvSplineWidget", PlaneWarning);
+  this->ExpectHandles(Square());
+}
+
+TEST_F(SplineWidget, TheResolutionIsNeverBelowTheSpansBetweenHandles)
+{
+  this->Curve->InitializeHandles(PointsOf(std::vector<World>(6)));
+  this->Curve->SetResolution(2);
+  EXPECT_EQ(this->Curve->GetResolution(), 500);
+  this->Curve->InitializeHandles(PointsOf(std::vector<World>(3)));
+  const vtkMTimeType before = this->Curve->ParametricFunctionSource->GetMTime();
+  this->Curve->SetResolution(2);
+  EXPECT_EQ(this->Curve->GetResolution(), 2);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetUResolution(), 2);
+  EXPECT_GT(this->Curve->ParametricFunctionSource->GetMTime(), before);
+}
+
+TEST_F(SplineWidget, TheSameResolutionChangesNothing)
+{
+  const vtkMTimeType before = this->Curve->ParametricFunctionSource->GetMTime();
+  this->Curve->SetResolution(500);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetMTime(), before);
+}
+
+TEST_F(SplineWidget, ASplineIsReplacedWithAReference)
+{
+  this->Show(Square());
+  vtkWeakPointer<zvParametricSpline> first = this->Curve->GetParametricSpline();
+  vtkNew<zvParametricSpline> spline;
+  this->Curve->SetParametricSpline(spline);
+  EXPECT_EQ(this->Curve->GetParametricSpline(), spline);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetParametricFunction(), spline);
+  EXPECT_EQ(spline->GetReferenceCount(), 3); // ours, the widget's, the source's
+  EXPECT_EQ(first, nullptr);
+  EXPECT_EQ(spline->GetPoints(), nullptr);
+  this->Curve->BuildRepresentation();
+  ASSERT_NE(spline->GetPoints(), nullptr);
+  EXPECT_EQ(spline->GetPoints()->GetNumberOfPoints(), 4);
+  this->Curve->SetParametricSpline(spline);
+  EXPECT_EQ(spline->GetReferenceCount(), 3);
+}
+
+TEST_F(SplineWidget, WithoutASplineTheLineStaysAndNothingBreaks)
+{
+  this->Show(Square());
+  const World onLine = this->OnLine(0.5);
+  this->Curve->SetParametricSpline(nullptr);
+  EXPECT_EQ(this->Curve->GetParametricSpline(), nullptr);
+  this->Curve->SetHandlePosition(0, -5.0, -5.0, 0.0);
+  this->Curve->ClosedOn();
+  this->Curve->ClosedOff();
+  this->Pointer.Drag(zvtest::Left, this->Pointer.At(onLine), { { 200, 200 } });
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 5);
+  this->Scene.Render();
+  EXPECT_EQ(this->OnLine(0.5), onLine);
+}
+
+TEST_F(SplineWidget, ClosingIsPassedOnToTheSpline)
+{
+  this->Show(Square());
+  zvParametricSpline* spline = this->Curve->GetParametricSpline();
+  const vtkMTimeType before = spline->GetMTime();
+  this->Curve->SetClosed(0);
+  EXPECT_EQ(spline->GetMTime(), before);
+  this->Curve->ClosedOn();
+  EXPECT_EQ(this->Curve->GetClosed(), 1);
+  EXPECT_EQ(spline->GetClosed(), 1);
+  EXPECT_GT(spline->GetMTime(), before);
+  this->Curve->ClosedOff();
+  EXPECT_EQ(this->Curve->GetClosed(), 0);
+  EXPECT_EQ(spline->GetClosed(), 0);
+}
+
+TEST_F(SplineWidget, TheStateIsStoredAsGiven)
+{
+  this->Curve->SetState(5);
+  EXPECT_EQ(this->Curve->GetState(), 5);
+}
+
+// ---- Enabling
+// ------------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, CannotBeEnabledOrDisabledWithoutAnInteractor)
+{
+  vtkNew<zvSplineWidget> widget;
+  for (int enabling : { 1, 0 })
+  {
+    widget->SetEnabled(enabling);
+    this->ExpectVtkError("zvSplineWidget", "zvSplineWidget", widget, InteractorError);
+    EXPECT_EQ(widget->GetEnabled(), 0);
+  }
+}
+
+TEST_F(SplineWidget, EnablingShowsAndAttachesItAndTellsBeforeItRenders)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetEnabled(), 1);
+  EXPECT_EQ(recorder.Names(), (Names{ "EnableEvent", "RenderEvent" }));
+  EXPECT_FALSE(recorder.Events().front().HasData);
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), this->Scene.Renderer());
+  EXPECT_TRUE(this->IsShown(this->Curve->LineActor));
+  EXPECT_TRUE(this->IsShown(this->Curve->HandleActor));
+  EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetLineProperty());
+  EXPECT_EQ(this->Curve->HandleActor->GetProperty(), this->Curve->GetHandleProperty());
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_TRUE(this->Scene.Interactor()->HasObserver(event, this->Curve->EventCallbackCommand));
+  }
+  recorder.Clear();
+  this->Curve->SetEnabled(1);
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+}
+
+TEST_F(SplineWidget, DisablingTakesItOutAndTellsBeforeItRenders)
+{
+  this->Show(Square());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->SetEnabled(0);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_EQ(recorder.Names(), (Names{ "DisableEvent", "RenderEvent" }));
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), nullptr);
+  EXPECT_FALSE(this->IsShown(this->Curve->LineActor));
+  EXPECT_FALSE(this->IsShown(this->Curve->HandleActor));
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_FALSE(this->Scene.Interactor()->HasObserver(event, this->Curve->EventCallbackCommand));
+  }
+  recorder.Clear();
+  this->Curve->SetEnabled(0);
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+}
+
+TEST_F(SplineWidget, WithoutARendererEnablingGivesUpSilently)
+{
+  this->Scene.DropRenderers();
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+}
+
+TEST_F(SplineWidget, EnablingTakesTheRendererUnderTheLastEvent)
+{
+  zvtest::SceneOptions options;
+  options.Viewports = 2;
+  class zvtest::Scene scene(options);
+  zvtest::Mouse mouse(scene);
+  mouse.MoveTo({ { 300, 200 } });
+  mouse.MoveTo({ { 310, 200 } }); // the last position is now in the right viewport, too
+  this->Curve->SetInteractor(scene.Interactor());
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), scene.Renderer(1));
+  this->Curve->SetEnabled(0);
+  this->Curve->SetInteractor(nullptr);
+}
+
+TEST_F(SplineWidget, AddObserversAttachesTheNineEventsAndTellsNothing)
+{
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Curve, zvtest::WidgetEvents);
+  this->Curve->AddObservers();
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_TRUE(this->Scene.Interactor()->HasObserver(event, this->Curve->EventCallbackCommand));
+  }
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+  vtkNew<zvSplineWidget> lonely;
+  lonely->AddObservers();
+  this->ExpectNoMessage();
+}
+
+// ---- Placing and projecting
+// ----------------------------------------------------------------------
+
+TEST_F(SplineWidget, PlacingSpreadsTheHandlesOnTheDiagonal)
+{
+  this->Curve->SetNumberOfHandles(5);
+  this->Curve->PlaceWidget(0, 4, -2, 2, 10, 30);
+  this->ExpectHandles(
+    { { { 0, -2, 10 } }, { { 1, -1, 15 } }, { { 2, 0, 20 } }, { { 3, 1, 25 } }, { { 4, 2, 30 } } });
+  EXPECT_THAT(this->Curve->InitialBounds, ElementsAre(0, 4, -2, 2, 10, 30));
+  EXPECT_DOUBLE_EQ(this->Curve->InitialLength, std::sqrt(16.0 + 16.0 + 400.0));
+}
+
+TEST_F(SplineWidget, PlacingASingleHandlePutsItInTheLowCorner)
+{
+  this->Curve->SetNumberOfHandles(1);
+  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
+  this->Curve->PlaceWidget(bounds);
+  this->ExpectHandles({ { { 0, -2, 10 } } });
+}
+
+TEST_F(SplineWidget, PlacingScalesTheBoundsByThePlaceFactor)
+{
+  this->Curve->SetNumberOfHandles(2);
+  this->Curve->SetPlaceFactor(0.5);
+  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
+  this->Curve->PlaceWidget(bounds);
+  this->ExpectHandles({ { { 1, -1, 15 } }, { { 3, 1, 25 } } });
+}
+
+TEST_F(SplineWidget, PlacingWhileProjectingMovesTheHandlesToThePlaneOnly)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->Curve->SetProjectionNormal(1);
+  this->Curve->ProjectToPlaneOn();
+  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
+  this->Curve->PlaceWidget(bounds);
+  this->ExpectHandles({ { { -6, 0, 0 } }, { { 6, 0, 0 } }, { { 6, 0, 0 } }, { { -6, 0, 0 } } });
+}
+
+TEST_F(SplineWidget, PlacingLeavesTheLineForTheNextRebuild)
+{
+  this->Show(Square());
+  const vtkMTimeType spline = this->Curve->GetParametricSpline()->GetMTime();
+  double bounds[6] = { 0, 4, -2, 2, 0, 3 };
+  this->Curve->PlaceWidget(bounds);
+  EXPECT_EQ(this->Curve->GetParametricSpline()->GetMTime(), spline);
+  this->Curve->BuildRepresentation();
+  World last;
+  this->Curve->GetParametricSpline()->GetPoints()->GetPoint(3, last.data());
+  EXPECT_EQ(last, (World{ { 4, 2, 3 } }));
+}
+
+TEST_F(SplineWidget, PlacingWithoutBoundsGoesThroughTheParent)
+{
+  this->Curve->SetNumberOfHandles(2);
+  this->Curve->SetProp3D(this->Curve->HandleActor);
+  this->Curve->SetHandlePosition(0, 1.0, 1.0, 1.0);
+  this->Curve->SetHandlePosition(1, 3.0, 5.0, 7.0);
+  this->Curve->SetHandlePosition(0, 3.0, 5.0, 1.0);
+  this->Curve->PlaceWidget();
+  this->ExpectHandles({ { { 3, 5, 1 } }, { { 3, 5, 7 } } });
+  EXPECT_THAT(this->Curve->InitialBounds, ElementsAre(3, 3, 5, 5, 1, 7));
+}
+
+TEST_F(SplineWidget, ProjectsAlongEachAxis)
+{
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    this->Curve->ProjectToPlaneOff();
+    this->Curve->InitializeHandles(PointsOf(Square()));
+    this->Curve->SetProjectionNormal(axis);
+    this->Curve->SetProjectionPosition(2.5);
+    this->Curve->ProjectPointsToPlane();
+    std::vector<World> expected = Square();
+    for (World& handle : expected)
+    {
+      handle[axis] = 2.5;
+    }
+    this->ExpectHandles(expected);
+  }
+}
+
+TEST_F(SplineWidget, ProjectsToAnObliquePlane)
+{
+  vtkNew<vtkPlaneSource> plane;
+  plane->SetOrigin(1.0, 0.0, 1.0);
+  plane->SetPoint1(4.0, 0.0, 4.0);
+  plane->SetPoint2(1.0, 7.0, 1.0);
+  this->Curve->SetPlaneSource(plane);
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectToPlaneOn();
+  this->Curve->InitializeHandles(PointsOf({ { { 2, 3, 0 } }, { { 5, -1, 5 } } }));
+  this->ExpectHandles({ { { 1, 3, 1 } }, { { 5, -1, 5 } } });
+}
+
+TEST_F(SplineWidget, ObliqueWithoutAPlaneWarnsAndMovesNothing)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectPointsToPlane();
+  this->ExpectGenericWarning("zvSplineWidget", PlaneWarning);
+  this->Curve->ProjectPointsToObliquePlane();
+  this->ExpectGenericWarning("zvSplineWidget", PlaneWarning);
+  this->Curve->ProjectPointsToOrthoPlane(); // no axis to project along
+  this->ExpectHandles(Square());
+}
+
+// ---- Handles
+// -------------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, InitializingTakesAListOfAnyPrecision)
+{
+  vtkNew<vtkPoints> single;
+  single->InsertNextPoint(0.5, 1.5, 2.5);
+  single->InsertNextPoint(-0.5, -1.5, -2.5);
+  this->Curve->InitializeHandles(single);
+  this->ExpectHandles({ { { 0.5, 1.5, 2.5 } }, { { -0.5, -1.5, -2.5 } } });
+  this->Curve->InitializeHandles(nullptr);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 2);
+  vtkNew<vtkPoints> none;
+  this->Curve->InitializeHandles(none);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+}
+
+TEST_F(SplineWidget, ThePositionsOfTwoHandlesCanBeHeldAtOnce)
+{
+  this->Show(Square());
+  const double* first = this->Curve->GetHandlePosition(0);
+  const double* third = this->Curve->GetHandlePosition(2);
+  EXPECT_EQ(first[0], -6.0);
+  EXPECT_EQ(third[0], 6.0);
+}
+
+TEST_F(SplineWidget, AHandleOutOfRangeIsAnErrorAndChangesNothing)
+{
+  this->Show(Square());
+  for (int handle : { -1, 4, 1000 })
+  {
+    this->Curve->SetHandlePosition(handle, 1.0, 2.0, 3.0);
+    this->ExpectVtkError("zvSplineWidget", "zvSplineWidget", this->Curve, IndexError);
+    double position[3] = { 7, 8, 9 };
+    this->Curve->SetHandlePosition(handle, position);
+    this->ExpectVtkError("zvSplineWidget", "zvSplineWidget", this->Curve, IndexError);
+    this->Curve->GetHandlePosition(handle, position);
+    this->ExpectVtkError("zvSplineWidget", "zvSplineWidget", this->Curve, IndexError);
+    EXPECT_THAT(position, ElementsAre(7, 8, 9));
+    EXPECT_EQ(this->Curve->GetHandlePosition(handle), nullptr);
+    this->ExpectVtkError("zvSplineWidget", "zvSplineWidget", this->Curve, IndexError);
+  }
+  this->ExpectHandles(Square());
+}
+
+TEST_F(SplineWidget, SettingTheNumberChangesTheCountAlone)
+{
+  this->Show(Square());
+  this->Curve->SetNumberOfHandles(2);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 2);
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfPoints(), 4);
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfVerts(), 4);
+  this->Curve->SetNumberOfHandles(4);
+  this->ExpectHandles(Square());
+  this->Curve->Initialize();
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfPoints(), 4);
+  this->Curve->SetNumberOfHandles(-3);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+}
+
+TEST_F(SplineWidget, EachChangeOfTheNumberListsTheHandlesOnceMoreByDesign)
+{
+  vtkPropCollection* list = this->Curve->HandlePicker->GetPickList();
+  const int before = list->GetNumberOfItems();
+  this->Curve->SetNumberOfHandles(3);
+  this->Curve->SetNumberOfHandles(3);
+  this->Curve->SetNumberOfHandles(4);
+  EXPECT_EQ(list->GetNumberOfItems(), before + 2);
+}
+
+TEST_F(SplineWidget, AHandleWithoutAPositionHasNoPartInTheCurve)
+{
+  this->Curve->SetNumberOfHandles(3);
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetHandlePosition(0), nullptr);
+  this->ExpectVtkError("zvSplineWidget", "zvSplineWidget", this->Curve, IndexError);
+  EXPECT_EQ(this->Curve->GetParametricSpline()->GetPoints()->GetNumberOfPoints(), 0);
+  this->Curve->CalculateCentroid();
+  EXPECT_THAT(this->Curve->Centroid, ElementsAre(0.0, 0.0, 0.0));
+  this->Curve->EraseHandle(1);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 3);
+  this->Curve->SetHandlePosition(1, 1.0, 2.0, 3.0);
+  EXPECT_EQ(this->Curve->GetParametricSpline()->GetPoints()->GetNumberOfPoints(), 2);
+  EXPECT_EQ(this->HandleAt(1), (World{ { 1, 2, 3 } }));
+}
+
+TEST_F(SplineWidget, TheCentroidIsTheMeanOfTheHandles)
+{
+  this->Curve->InitializeHandles(PointsOf({ { { 1, 2, 3 } }, { { 3, 6, -3 } } }));
+  this->Curve->CalculateCentroid();
+  EXPECT_THAT(this->Curve->Centroid, ElementsAre(2.0, 4.0, 0.0));
+}
+
+TEST_F(SplineWidget, ErasingLeavesTheOldLastPointDrawnByDesign)
+{
+  this->Show(Square());
+  this->Curve->EraseHandle(1);
+  this->ExpectHandles({ { { -6, -6, 0 } }, { { 6, 6, 0 } }, { { -6, 6, 0 } } });
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfPoints(), 4);
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfVerts(), 4);
+  World left;
+  this->Curve->HandlePolyData->GetPoint(3, left.data());
+  EXPECT_EQ(left, (World{ { -6, 6, 0 } }));
+}
+
+TEST_F(SplineWidget, TheLeftOverPointOfAnErasureCanBePickedButNotMoved)
+{
+  this->Show({ { { -6, -6, 0 } }, { { 0, -6, 0 } }, { { 6, 6, 0 } } });
+  this->Curve->SetHandlePosition(2, 6.0, 6.0, 0.0);
+  this->Curve->EraseHandle(2);
+  this->Scene.Render();
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }));
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, 2);
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Moving);
+  this->Pointer.MoveTo({ { 200, 200 } });
+  this->ExpectGenericWarning("zvSplineWidget", IndexWarning);
+  this->ExpectHandles({ { { -6, -6, 0 } }, { { 0, -6, 0 } } });
+}
+
+TEST_F(SplineWidget, ErasingOutOfRangeOrBelowThreeDoesNothing)
+{
+  this->Show(Square());
+  for (int index : { -1, 4, 5 })
+  {
+    this->Curve->EraseHandle(index);
+  }
+  this->ExpectHandles(Square());
+  this->Curve->InitializeHandles(PointsOf({ { { 1, 0, 0 } }, { { 2, 0, 0 } } }));
+  this->Curve->EraseHandle(0);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 2);
+}
+
+TEST_F(SplineWidget, InsertingNeedsALineThatWasHitAndTwoHandles)
+{
+  double position[3] = { 0, 0, 0 };
+  this->Show(Square());
+  this->Curve->InsertHandleOnLine(position);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 4);
+  this->Curve->InitializeHandles(PointsOf({ { { 0, 0, 0 } } }));
+  this->Scene.Render();
+  this->Pointer.MoveTo(this->Pointer.At({ { 0, 0, 0 } }));
+  EXPECT_EQ(this->Curve->IsClicked(), 1);
+  this->Curve->InsertHandleOnLine(position);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 1);
+}
+
+TEST_F(SplineWidget, InsertsInEachSegmentOfAClosedCurve)
+{
+  for (int segment = 0; segment < 4; ++segment)
+  {
+    this->Show(Square(), true);
+    this->Scene.Render();
+    const World clicked = this->OnLine((segment + 0.5) / 4.0);
+    this->Pointer.Press(zvtest::Left, this->Pointer.At(clicked));
+    this->Pointer.Release(zvtest::Left);
+    ASSERT_EQ(this->Curve->GetNumberOfHandles(), 5);
+    std::vector<World> expected = Square();
+    expected.insert(expected.begin() + segment + 1, clicked);
+    this->ExpectHandles(expected, 3.0 * this->PixelSize());
+    EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfVerts(), 5);
+  }
+}
+
+TEST_F(SplineWidget, SumsTheLengthOfTheLineAsItWasDrawn)
+{
+  EXPECT_EQ(this->Curve->GetSummedLength(), 0.0);
+  this->Show({ { { -3, 0, 0 } }, { { 3, 8, 0 } } });
+  EXPECT_NEAR(this->Curve->GetSummedLength(), 10.0, 1e-4);
+  this->Curve->SetHandlePosition(1, -3.0, 5.0, 0.0);
+  EXPECT_NEAR(this->Curve->GetSummedLength(), 10.0, 1e-4);
+  this->Scene.Render();
+  EXPECT_NEAR(this->Curve->GetSummedLength(), 5.0, 1e-4);
+}
+
+TEST_F(SplineWidget, GivesACopyOfTheLineAsItWasDrawn)
+{
+  vtkNew<vtkPolyData> line;
+  this->Curve->GetPolyData(line);
+  EXPECT_EQ(line->GetNumberOfPoints(), 0);
+  this->Show(Square());
+  this->Curve->GetPolyData(line);
+  EXPECT_EQ(line->GetNumberOfPoints(), 501);
+  EXPECT_EQ(line->GetNumberOfLines(), 1);
+  this->Curve->GetPolyData(nullptr);
+}
+
+// ---- Closure
+// -------------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, IsClosedTellsOfTheLineThatWasDrawn)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->Curve->ClosedOn();
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+  this->ExpectVtkError(
+    "zvSplineWidget", "zvSplineWidget", this->Curve, "No line data to query geometric closure");
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->IsClosed(), 1);
+  this->Curve->ClosedOff();
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+}
+
+TEST_F(SplineWidget, AnOpenCurveIsNotClosedEvenIfItsEndsMeet)
+{
+  this->Show(std::vector<World>(3, { { 1, 2, 0 } }));
+  EXPECT_EQ(this->OnLine(0.0), this->OnLine(1.0));
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+  this->Curve->ClosedOn();
+  EXPECT_EQ(this->Curve->IsClosed(), 1);
+}
+
+TEST_F(SplineWidget, OneHandleIsNotClosed)
+{
+  this->Show({ { { 1, 1, 0 } } }, true);
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+}
+
+// ---- Motions
+// -------------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, MovePointMovesTheCurrentHandle)
+{
+  this->Show(Square());
+  double from[3] = { 1, 1, 1 };
+  double to[3] = { 2, 0, 4 };
+  this->Curve->CurrentHandleIndex = 2;
+  this->Curve->MovePoint(from, to);
+  std::vector<World> expected = Square();
+  expected[2] = { { 7, 5, 3 } };
+  this->ExpectHandles(expected);
+  for (int index : { -1, 4 })
+  {
+    this->Curve->CurrentHandleIndex = index;
+    this->Curve->MovePoint(from, to);
+    this->ExpectGenericWarning("zvSplineWidget", IndexWarning);
+  }
+  this->ExpectHandles(expected);
+}
+
+TEST_F(SplineWidget, TranslateMovesAllHandles)
+{
+  this->Show(Square());
+  double from[3] = { 1, 1, 1 };
+  double to[3] = { 2, 0, 4 };
+  this->Curve->Translate(from, to);
+  this->ExpectHandles({ { { -5, -7, 3 } }, { { 7, -7, 3 } }, { { 7, 5, 3 } }, { { -5, 5, 3 } } });
+}
+
+TEST_F(SplineWidget, ScaleShrinksOnAMotionDownOrAcrossAndGrowsOnOneUp)
+{
+  // Length 36 over 4 handles is 9; a motion of 3 is a third.
+  double from[3] = { 0, 0, 0 };
+  double to[3] = { 0, 3, 0 };
+  this->Scene.Interactor()->SetEventPosition(100, 100);
+  this->Scene.Interactor()->SetEventPosition(100, 100); // the last position, too
+  struct Row
+  {
+    int Y;
+    double Corner;
+  };
+  for (const Row& row : { Row{ 101, 8.0 }, Row{ 100, 4.0 }, Row{ 99, 4.0 } })
+  {
+    this->Curve->InitializeHandles(PointsOf(Square()));
+    this->Curve->Scale(from, to, 0, row.Y);
+    this->ExpectHandles({ { { -row.Corner, -row.Corner, 0 } }, { { row.Corner, -row.Corner, 0 } },
+      { { row.Corner, row.Corner, 0 } }, { { -row.Corner, row.Corner, 0 } } });
+  }
+  vtkNew<zvSplineWidget> lonely;
+  lonely->Scale(from, to, 0, 0);
+}
+
+TEST_F(SplineWidget, SpinTurnsAboutTheCentroidThatWasLastCalculated)
+{
+  // A quarter turn: the motion is a quarter of the radius 4.
+  double from[3] = { 4, -1, 0 };
+  double to[3] = { 4, 0, 0 };
+  double normal[3] = { 0, 0, 1 };
+  this->Curve->SetProjectionNormal(2);
+  this->Curve->SetProjectToPlane(1);
+  this->Curve->InitializeHandles(PointsOf({ { { 3, 0, 0 } }, { { 5, 0, 0 } } }));
+  this->Curve->Spin(from, to, normal);
+  this->ExpectHandles({ { { 0, 3, 0 } }, { { 0, 5, 0 } } });
+  this->Curve->CalculateCentroid(); // (0, 4, 0)
+  double beside[3] = { 4, 4, 0 };
+  double below[3] = { 4, 3, 0 };
+  this->Curve->Spin(below, beside, normal);
+  this->ExpectHandles({ { { 1, 4, 0 } }, { { -1, 4, 0 } } });
+}
+
+TEST_F(SplineWidget, AFreeSpinTurnsAcrossTheView)
+{
+  // The axis is the view's normal (z) crossed with the motion (x): y.
+  double from[3] = { -1, 0, 4 };
+  double to[3] = { 0, 0, 4 };
+  double normal[3] = { 0, 0, 1 };
+  this->Curve->InitializeHandles(PointsOf({ { { 0, 0, 2 } }, { { 1, 5, 0 } } }));
+  this->Curve->Spin(from, to, normal);
+  this->ExpectHandles({ { { 2, 0, 0 } }, { { 0, 5, -1 } } });
+  this->Curve->Spin(from, from, normal);
+  this->ExpectHandles({ { { 2, 0, 0 } }, { { 0, 5, -1 } } });
+}
+
+TEST_F(SplineWidget, SpinOnAnObliquePlaneTurnsAboutItsNormal)
+{
+  double from[3] = { 4, -1, 0 };
+  double to[3] = { 4, 0, 0 };
+  double viewNormal[3] = { 1, 0, 0 };
+  this->Curve->InitializeHandles(PointsOf({ { { 2, 0, 7 } } }));
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->SetProjectToPlane(1);
+  this->Curve->Spin(from, to, viewNormal); // no plane: harmless
+  this->ExpectHandles({ { { 2, 0, 7 } } });
+  vtkNew<vtkPlaneSource> plane;
+  this->Curve->SetPlaneSource(plane); // in x and y
+  this->Curve->Spin(from, to, viewNormal);
+  this->ExpectHandles({ { { 0, 2, 7 } } });
+}
+
+// ---- The mouse: what each press does
+// -------------------------------------------------------------
+
+TEST_F(SplineWidget, ALeftPressOutOfTheViewportLeavesTheEventToOthers)
+{
+  zvtest::SceneOptions options;
+  options.Viewports = 2;
+  class zvtest::Scene scene(options);
+  zvtest::Mouse mouse(scene);
+  this->Curve->SetInteractor(scene.Interactor());
+  this->Curve->SetCurrentRenderer(scene.Renderer(0));
+  this->Show(Square());
+  for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
+  {
+    this->Curve->SetState(zvSplineWidget::Moving);
+    zvtest::EventRecorder recorder;
+    recorder.Watch(this->Curve, zvtest::WidgetEvents);
+    recorder.Watch(scene.Interactor(), zvtest::MouseEvents);
+    recorder.Watch(scene.Interactor(), { vtkCommand::RenderEvent });
+    mouse.Press(button, { { 300, 100 } });
+    EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Outside);
+    EXPECT_EQ(recorder.Events().size(), 1u); // the press itself
+  }
+  this->Curve->SetInteractor(nullptr);
+}
+
+TEST_F(SplineWidget, ALeftPressOnAHandleTakesIt)
+{
+  this->Show(Square());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }));
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Moving);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, 2);
+  EXPECT_EQ(this->Curve->ValidPick, 1);
+  EXPECT_EQ(this->Curve->GetClosed(), 0);
+  // The press itself is aborted: nobody behind the widget sees it.
+  EXPECT_EQ(recorder.Names(), (Names{ "StartInteractionEvent", "RenderEvent" }));
+  EXPECT_FALSE(recorder.Events().front().HasData);
+  EXPECT_THAT(this->Curve->LastPickPosition, ElementsAre(0.0, 0.0, 0.0));
+}
+
+TEST_F(SplineWidget, APressOnTheFirstHandleOfAnOpenCurveClosesItAndDragsIt)
+{
+  this->Show(Square());
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { -6, -6, 0 } }));
+  EXPECT_EQ(this->Curve->GetClosed(), 1);
+  EXPECT_EQ(this->Curve->IsClosed(), 1);
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Moving);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, 0);
+  this->Pointer.MoveTo(this->Pointer.At({ { -4, -4, 0 } }));
+  EXPECT_NEAR(this->HandleAt(0)[0], -4.0, 2.0 * this->PixelSize());
+  this->Pointer.Release(zvtest::Left);
+  EXPECT_EQ(this->Curve->GetClosed(), 1);
+}
+
+TEST_F(SplineWidget, APressOnTheFirstHandleOfAClosedCurveMovesIt)
+{
+  this->Show(Square(), true);
+  this->Pointer.Drag(
+    zvtest::Left, this->Pointer.At({ { -6, -6, 0 } }), this->Pointer.At({ { -3, -5, 0 } }));
+  EXPECT_EQ(this->Curve->GetClosed(), 1);
+  EXPECT_NEAR(this->HandleAt(0)[0], -3.0, 2.0 * this->PixelSize());
+  EXPECT_NEAR(this->HandleAt(0)[1], -5.0, 2.0 * this->PixelSize());
+}
+
+TEST_F(SplineWidget, APressOnTheLineInsertsAHandleAndDragsIt)
+{
+  this->Show(Square());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+  const World onLine = this->OnLine(0.5);
+  this->Pointer.Press(zvtest::Left, this->Pointer.At(onLine));
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 5);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, 2);
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Moving);
+  EXPECT_EQ(recorder.Names(), (Names{ "RenderEvent", "StartInteractionEvent", "RenderEvent" }));
+  const World before = this->HandleAt(2);
+  this->Pointer.MoveTo({ { 200, 200 } });
+  EXPECT_NE(this->HandleAt(2), before);
+}
+
+TEST_F(SplineWidget, APressOnTheLineWhoseHandleIsNotFoundAgainLeavesTheState)
+{
+  this->Show(Square());
+  this->Curve->SetState(zvSplineWidget::Placing);
+  // The render in the middle of the press turns the view away.
+  bool done = false;
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Scene.Interactor(), { vtkCommand::RenderEvent },
+    [this, &done](const zvtest::RecordedEvent&)
+    {
+      if (!done)
+      {
+        this->Scene.Renderer()->GetActiveCamera()->Pitch(40.0);
+        this->Scene.Renderer()->GetActiveCamera()->Zoom(4.0);
+        done = true;
+      }
+    });
+  this->Pointer.Press(zvtest::Left, this->Pointer.At(this->OnLine(0.5)));
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 5);
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Placing);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, -1);
+}
+
+TEST_F(SplineWidget, APressOnNothingAppendsToAnOpenCurve)
+{
+  this->Show(Square());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 0, 0, 0 } }));
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Placing);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, -1);
+  std::vector<World> expected = Square();
+  expected.push_back({ { 0, 0, 0 } });
+  this->ExpectHandles(expected, 2.0 * this->PixelSize());
+  EXPECT_EQ(recorder.Names(),
+    (Names{ "RenderEvent", "RenderEvent", "StartInteractionEvent", "RenderEvent" }));
+}
+
+TEST_F(SplineWidget, GrowsFromNothingByPresses)
+{
+  this->Curve->SetEnabled(1);
+  for (const World& handle : Square())
+  {
+    this->Pointer.Press(zvtest::Left, this->Pointer.At(handle));
+    this->Pointer.Release(zvtest::Left);
+  }
+  this->ExpectHandles(Square(), 2.0 * this->PixelSize());
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfVerts(), 4);
+  this->Pointer.Press(zvtest::Left, this->Pointer.At(this->HandleAt(0)));
+  EXPECT_EQ(this->Curve->GetClosed(), 1);
+}
+
+TEST_F(SplineWidget, APressOnNothingOfAClosedCurveIsLeftToOthers)
+{
+  this->Show(Square(), true);
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 0, 0, 0 } }));
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Outside);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, -1);
+  EXPECT_EQ(recorder.Names(), (Names{ "LeftButtonPressEvent" }));
+}
+
+TEST_F(SplineWidget, AMiddlePressGrabsTheCurve)
+{
+  for (const bool onHandle : { true, false })
+  {
+    this->Show(Square(), true);
+    this->Scene.Render();
+    zvtest::EventRecorder recorder;
+    this->RecordWithRenders(recorder);
+    recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+    const World at = onHandle ? Square()[1] : this->OnLine(0.4);
+    this->Pointer.Press(zvtest::Middle, this->Pointer.At(at));
+    EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Moving);
+    EXPECT_TRUE(this->Curve->CurveGrabbed);
+    EXPECT_EQ(this->Curve->ValidPick, 1);
+    EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetSelectedLineProperty());
+    EXPECT_EQ(recorder.Names(), (Names{ "StartInteractionEvent", "RenderEvent" }));
+    if (!onHandle)
+    {
+      EXPECT_NEAR(this->Curve->LastPickPosition[0], at[0], 3.0 * this->PixelSize());
+      EXPECT_NEAR(this->Curve->LastPickPosition[1], at[1], 3.0 * this->PixelSize());
+    }
+    this->Pointer.Release(zvtest::Middle);
+    EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Start);
+    EXPECT_FALSE(this->Curve->CurveGrabbed);
+    EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetLineProperty());
+    EXPECT_EQ(recorder.Names(),
+      (Names{ "StartInteractionEvent", "RenderEvent", "EndInteractionEvent", "RenderEvent" }));
+  }
+}
+
+TEST_F(SplineWidget, AMiddlePressOnNothingIsLeftToOthers)
+{
+  this->Show(Square());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+  this->Curve->CurveGrabbed = true;
+  this->Curve->HighlightLine(1);
+  this->Pointer.Press(zvtest::Middle, this->Pointer.At({ { 0, 0, 0 } }));
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Outside);
+  EXPECT_FALSE(this->Curve->CurveGrabbed);
+  EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetLineProperty());
+  EXPECT_EQ(recorder.Names(), (Names{ "MiddleButtonPressEvent" }));
+}
+
+TEST_F(SplineWidget, AMiddleDragMovesTheWholeCurve)
+{
+  this->Show(Square(), true);
+  const zvtest::Display from = this->Pointer.At({ { 6, -6, 0 } });
+  this->Pointer.Drag(zvtest::Middle, from, { { from[0] - 20, from[1] + 10 } });
+  const double pixel = this->PixelSize();
+  std::vector<World> expected = Square();
+  for (World& handle : expected)
+  {
+    handle[0] -= 20.0 * pixel;
+    handle[1] += 10.0 * pixel;
+  }
+  this->ExpectHandles(expected, 1e-6);
+}
+
+TEST_F(SplineWidget, AMiddleDragAfterALeftPressMovesThatHandleByDesign)
+{
+  this->Show(Square(), true);
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }));
+  this->Pointer.Release(zvtest::Left);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, 2);
+  const zvtest::Display from = this->Pointer.At({ { 6, -6, 0 } });
+  this->Pointer.Drag(zvtest::Middle, from, { { from[0], from[1] + 10 } });
+  std::vector<World> expected = Square();
+  expected[2][1] += 10.0 * this->PixelSize();
+  this->ExpectHandles(expected, 1e-6);
+}
+
+TEST_F(SplineWidget, ReleasesEndADragInEveryStateButStartAndOutside)
+{
+  for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
+  {
+    for (int state : { zvSplineWidget::Moving, zvSplineWidget::Scaling, zvSplineWidget::Spinning,
+           zvSplineWidget::Placing })
+    {
+      this->Show(Square());
+      this->Curve->SetState(state);
+      this->Curve->CurrentHandleIndex = 3;
+      this->Curve->CurveGrabbed = true;
+      this->Curve->HighlightLine(1);
+      zvtest::EventRecorder recorder;
+      this->RecordWithRenders(recorder);
+      recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+      this->Pointer.Release(button);
+      EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Start);
+      EXPECT_FALSE(this->Curve->CurveGrabbed);
+      EXPECT_EQ(this->Curve->CurrentHandleIndex, 3);
+      EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetLineProperty());
+      EXPECT_EQ(recorder.Names(), (Names{ "EndInteractionEvent", "RenderEvent" }));
+    }
+  }
+}
+
+TEST_F(SplineWidget, ReleasesInStartAndOutsideAreLeftToOthers)
+{
+  this->Show(Square());
+  for (int state : { zvSplineWidget::Start, zvSplineWidget::Outside })
+  {
+    this->Curve->SetState(state);
+    zvtest::EventRecorder recorder;
+    this->RecordWithRenders(recorder);
+    recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+    this->Pointer.Release(zvtest::Left);
+    this->Pointer.Release(zvtest::Middle);
+    this->Pointer.MoveTo({ { 150, 150 } });
+    EXPECT_EQ(this->Curve->GetState(), state);
+    EXPECT_EQ(recorder.Names(),
+      (Names{ "LeftButtonReleaseEvent", "MiddleButtonReleaseEvent", "MouseMoveEvent" }));
+  }
+  this->ExpectHandles(Square());
+}
+
+TEST_F(SplineWidget, TheRightButtonAndTheWheelAreLeftToOthers)
+{
+  this->Show(Square());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+  const zvtest::Display corner = this->Pointer.At({ { 6, 6, 0 } });
+  this->Pointer.Press(zvtest::Right, corner);
+  this->Pointer.Release(zvtest::Right);
+  EXPECT_EQ(recorder.Names(), (Names{ "RightButtonPressEvent", "RightButtonReleaseEvent" }));
+  recorder.Clear();
+  this->Pointer.WheelForward(corner);
+  this->Pointer.WheelBackward(corner);
+  EXPECT_EQ(recorder.Names(),
+    (Names{ "RenderEvent", "MouseWheelForwardEvent", "RenderEvent", "MouseWheelBackwardEvent" }));
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Start);
+}
+
+TEST_F(SplineWidget, EachMoveOfADragTellsThenRenders)
+{
+  for (int state : { zvSplineWidget::Moving, zvSplineWidget::Scaling, zvSplineWidget::Spinning,
+         zvSplineWidget::Placing })
+  {
+    this->Show(Square());
+    this->Curve->SetState(state);
+    const vtkMTimeType spline = this->Curve->GetParametricSpline()->GetMTime();
+    zvtest::EventRecorder recorder;
+    this->RecordWithRenders(recorder);
+    recorder.Watch(this->Scene.Interactor(), zvtest::MouseEvents);
+    this->Pointer.MoveTo({ { 170, 160 } });
+    EXPECT_EQ(recorder.Names(), (Names{ "InteractionEvent", "RenderEvent" }));
+    EXPECT_EQ(this->Curve->GetState(), state);
+    EXPECT_GT(this->Curve->GetParametricSpline()->GetMTime(), spline);
+  }
+}
+
+TEST_F(SplineWidget, ScalingFollowsTheMouse)
+{
+  this->Show(Square());
+  this->Pointer.MoveTo({ { 200, 200 } });
+  this->Curve->SetState(zvSplineWidget::Scaling);
+  this->Pointer.MoveTo({ { 200, 220 } });
+  // 20 pixels over the mean length 9, upwards.
+  const double corner = 6.0 * (1.0 + 20.0 * this->PixelSize() / 9.0);
+  EXPECT_NEAR(this->HandleAt(2)[0], corner, 1e-6);
+  EXPECT_NEAR(this->HandleAt(2)[1], corner, 1e-6);
+}
+
+TEST_F(SplineWidget, SpinningFollowsTheMouse)
+{
+  this->Show(Square());
+  this->Curve->SetProjectionNormal(2);
+  this->Curve->ProjectToPlaneOn();
+  const double pixel = this->PixelSize();
+  const zvtest::Display center = this->Pointer.At({ { 0, 0, 0 } });
+  this->Pointer.MoveTo({ { center[0] + 100, center[1] - 5 } });
+  this->Curve->SetState(zvSplineWidget::Spinning);
+  this->Pointer.MoveTo({ { center[0] + 100, center[1] } });
+  const World to = this->Scene.WorldAt({ { center[0] + 100, center[1] } }, { { 0, 0, 0 } });
+  const double radius = std::hypot(to[0], to[1]);
+  const double turn = 2.0 * vtkMath::Pi() * 5.0 * pixel * to[0] / (radius * radius);
+  EXPECT_NEAR(this->HandleAt(2)[0], 6.0 * (std::cos(turn) - std::sin(turn)), 1e-6);
+  EXPECT_NEAR(this->HandleAt(2)[1], 6.0 * (std::cos(turn) + std::sin(turn)), 1e-6);
+}
+
+TEST_F(SplineWidget, PlacingMovesNothing)
+{
+  this->Show(Square());
+  this->Curve->SetState(zvSplineWidget::Placing);
+  this->Pointer.MoveTo({ { 100, 300 } });
+  this->ExpectHandles(Square());
+}
+
+TEST_F(SplineWidget, ADragEndsOnThePlane)
+{
+  vtkNew<vtkPlaneSource> plane;
+  plane->SetOrigin(0.0, 0.0, 0.0);
+  plane->SetPoint1(1.0, 0.0, 1.0);
+  plane->SetPoint2(0.0, 1.0, 0.0);
+  this->Curve->SetPlaneSource(plane);
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectToPlaneOn();
+  this->Show(Square(), true);
+  this->Pointer.Drag(
+    zvtest::Left, this->Pointer.At(this->HandleAt(2)), { { 250, 210 } }, zvtest::NoModifier, 4);
+  for (int i = 0; i < 4; ++i)
+  {
+    EXPECT_NEAR(this->HandleAt(i)[0], this->HandleAt(i)[2], 1e-9);
+  }
+}
+
+TEST_F(SplineWidget, SpinningOnAnObliquePlaneThatIsMissingWarnsAndTurnsNothing)
+{
+  this->Show(Square());
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectToPlaneOn();
+  this->Curve->SetState(zvSplineWidget::Spinning);
+  this->Pointer.MoveTo({ { 250, 210 } });
+  this->ExpectGenericWarning("zvSplineWidget", PlaneWarning); // of the projection
+  this->ExpectHandles(Square());
+}
+
+TEST_F(SplineWidget, IsClickedOnHandlesAndLineAndChangesNoState)
+{
+  this->Show(Square());
+  this->Curve->SetState(zvSplineWidget::Placing);
+  const World onLine = this->OnLine(0.5);
+  struct Row
+  {
+    World At;
+    int Clicked;
+  };
+  for (const Row& row : { Row{ { { 6, 6, 0 } }, 1 }, Row{ onLine, 1 }, Row{ { { 0, 0, 0 } }, 0 } })
+  {
+    const zvtest::Display at = this->Pointer.At(row.At);
+    this->Scene.Interactor()->SetEventPosition(at[0], at[1]);
+    EXPECT_EQ(this->Curve->IsClicked(), row.Clicked);
+  }
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Placing);
+  this->Curve->SetEnabled(0);
+  EXPECT_EQ(this->Curve->IsClicked(), 0);
+  vtkNew<zvSplineWidget> lonely;
+  EXPECT_EQ(lonely->IsClicked(), 0);
+}
+
+// ---- AddHandle
+// -----------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, AddHandleOnTheFirstHandleClosesAndEnables)
+{
+  this->Show(Square());
+  this->Curve->SetState(zvSplineWidget::Moving);
+  const zvtest::Display first = this->Pointer.At({ { -6, -6, 0 } });
+  this->Scene.Interactor()->SetEventPosition(first[0], first[1]);
+  double position[3] = { -6, -6, 0 };
+  this->Curve->AddHandle(position);
+  EXPECT_EQ(this->Curve->GetClosed(), 1);
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Start);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, -1);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 4);
+}
+
+TEST_F(SplineWidget, AddHandleOnAnotherHandleAddsNothing)
+{
+  this->Show(Square());
+  this->Curve->SetState(zvSplineWidget::Moving);
+  const zvtest::Display second = this->Pointer.At({ { 6, -6, 0 } });
+  this->Scene.Interactor()->SetEventPosition(second[0], second[1]);
+  double position[3] = { 6, -6, 0 };
+  this->Curve->CurrentHandleIndex = 3;
+  this->Curve->AddHandle(position);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 4);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, -1);
+  EXPECT_EQ(this->Curve->GetClosed(), 0);
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Moving);
+}
+
+TEST_F(SplineWidget, AddHandleWithOneHandleNeverCloses)
+{
+  this->Show({ { { 2, 2, 0 } } });
+  const zvtest::Display at = this->Pointer.At({ { 2, 2, 0 } });
+  this->Scene.Interactor()->SetEventPosition(at[0], at[1]);
+  double position[3] = { 2, 2, 0 };
+  this->Curve->AddHandle(position);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 2);
+  EXPECT_EQ(this->Curve->GetClosed(), 0);
+}
+
+TEST_F(SplineWidget, AddHandleShowsTheLineAndLeavesItPlacing)
+{
+  double position[3] = { 2, 2, 0 };
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->AddHandle(position);
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Placing);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), this->Scene.Renderer());
+  EXPECT_TRUE(this->IsShown(this->Curve->LineActor));
+  EXPECT_FALSE(this->IsShown(this->Curve->HandleActor));
+  EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetLineProperty());
+  EXPECT_EQ(recorder.Names(), (Names{ "RenderEvent" }));
+  this->ExpectHandles({ { { 2, 2, 0 } } });
+}
+
+TEST_F(SplineWidget, AddHandleNeedsNoView)
+{
+  vtkNew<zvSplineWidget> widget;
+  double position[3] = { 2, 2, 0 };
+  for (int i = 0; i < 3; ++i)
+  {
+    widget->AddHandle(position);
+  }
+  EXPECT_EQ(widget->GetNumberOfHandles(), 3);
+}
+
+// ---- What is seen
+// --------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, HandlesAndLineAreSeenInTheirColours)
+{
+  this->Show(Square());
+  const zvtest::Picture picture = this->Scene.Look();
+  for (const World& handle : Square())
+  {
+    EXPECT_TRUE(picture.HasNear(Red, this->Scene.At(handle), 2));
+  }
+  EXPECT_TRUE(picture.HasNear(Cyan, this->Scene.At(this->OnLine(0.5)), 2));
+  EXPECT_GT(picture.Count(Cyan), 300);
+}
+
+TEST_F(SplineWidget, ADraggedHandleAndItsLineAreSeenInTheNewPlaceAtEachMove)
+{
+  this->Show(Square());
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }));
+  World before{ { 6, 6, 0 } };
+  for (const World& to : { World{ { 3, 4, 0 } }, World{ { 0, 0, 0 } }, World{ { 7, 2, 0 } } })
+  {
+    const World lineBefore = this->OnLine(0.5);
+    this->Pointer.MoveTo(this->Pointer.At(to));
+    const zvtest::Picture picture = this->Scene.Look(); // what the handler itself drew
+    EXPECT_TRUE(picture.HasNear(Red, this->Scene.At(to), 2));
+    EXPECT_FALSE(picture.HasNear(Red, this->Scene.At(before), 4));
+    EXPECT_TRUE(picture.HasNear(Cyan, this->Scene.At(this->OnLine(0.5)), 2));
+    EXPECT_NE(this->OnLine(0.5), lineBefore);
+    before = to;
+  }
+}
+
+TEST_F(SplineWidget, AGrabbedCurveIsGreenAndFollows)
+{
+  this->Show(Square(), true);
+  const zvtest::Display from = this->Pointer.At({ { 6, -6, 0 } });
+  this->Pointer.Press(zvtest::Middle, from);
+  EXPECT_GT(this->Scene.Look().Count(Green), 300);
+  EXPECT_EQ(this->Scene.Look().Count(Cyan), 0);
+  this->Pointer.MoveTo({ { from[0] - 30, from[1] + 30 } });
+  const zvtest::Picture picture = this->Scene.Look();
+  EXPECT_TRUE(picture.HasNear(Red, { { from[0] - 30, from[1] + 30 } }, 2));
+  EXPECT_TRUE(picture.HasNear(Green, this->Scene.At(this->OnLine(0.4)), 2));
+  EXPECT_FALSE(picture.HasNear(Red, from, 4));
+  this->Pointer.Release(zvtest::Middle);
+  EXPECT_EQ(this->Scene.Look().Count(Green), 0);
+}
+
+TEST_F(SplineWidget, HandlesMovedByTheHostAreSeenAndPickedAtTheNextRender)
+{
+  this->Show(Square());
+  this->Curve->SetHandlePosition(2, 1.0, 1.0, 0.0);
+  EXPECT_TRUE(this->Scene.RenderAndLook().HasNear(Red, this->Scene.At({ { 1, 1, 0 } }), 2));
+  double from[3] = { 0, 0, 0 };
+  double to[3] = { 2, 0, 0 };
+  this->Curve->Translate(from, to);
+  EXPECT_TRUE(this->Scene.RenderAndLook().HasNear(Red, this->Scene.At({ { 3, 1, 0 } }), 2));
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 3, 1, 0 } }));
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, 2);
+}
+
+TEST_F(SplineWidget, DisabledNothingOfItIsSeen)
+{
+  const zvtest::Picture empty = this->Scene.RenderAndLook();
+  this->Show(Square());
+  EXPECT_GT(this->Scene.Look().CountDifferent(empty), 0);
+  this->Curve->SetEnabled(0);
+  EXPECT_EQ(this->Scene.Look().CountDifferent(empty), 0);
+}
+
+// ---- Curves that are hardly any
+// ------------------------------------------------------------------
+
+TEST_F(SplineWidget, DegenerateCurvesBearEverything)
+{
+  const std::vector<std::vector<World>> curves = { {}, { { { 1, 2, 0 } } },
+    { { { 1, 2, 0 } }, { { 4, 2, 0 } } }, std::vector<World>(2, { { 1, 2, 0 } }),
+    std::vector<World>(7, { { 1, 2, 0 } }), std::vector<World>(3, { { NaN, NaN, NaN } }),
+    { { { 1, 2, 0 } }, { { NaN, 0, 0 } }, { { 4, 5, 0 } } } };
+  for (const auto& handles : curves)
+  {
+    for (bool closed : { false, true })
+    {
+      this->Curve = vtkSmartPointer<OpenWidget>::Take(OpenWidget::New());
+      this->Curve->SetInteractor(this->Scene.Interactor());
+      this->Show(handles, closed);
+      this->Curve->GetSummedLength();
+      this->Curve->CalculateCentroid();
+      this->Curve->IsClosed();
+      for (int state = zvSplineWidget::Moving; state <= zvSplineWidget::Placing; ++state)
+      {
+        this->Curve->SetState(state);
+        this->Pointer.MoveTo({ { 180, 190 } });
+        this->Pointer.MoveTo({ { 190, 190 } });
+      }
+      for (std::size_t i = 0; i < handles.size(); ++i)
+      {
+        EXPECT_EQ(
+          std::isfinite(this->HandleAt(static_cast<int>(i))[0]), std::isfinite(handles[i][0]));
+      }
+      // Nothing runs across the view.
+      EXPECT_EQ(this->Scene.RenderAndLook().Count({ 0, 0, 0 }, { { { 0, 0 } }, { { 99, 399 } } }),
+        100 * 400);
+      this->Pointer.Release(zvtest::Left);
+      this->Pointer.Drag(zvtest::Left, { { 10, 10 } }, { { 30, 20 } });
+      this->Pointer.Drag(zvtest::Middle, this->Pointer.At({ { 1, 2, 0 } }), { { 30, 20 } });
+    }
+  }
+}
+
+TEST_F(SplineWidget, WithoutHandlesThereIsNothingToSeeOrToHit)
+{
+  const zvtest::Picture empty = this->Scene.RenderAndLook();
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Scene.Look().CountDifferent(empty), 0);
+  const zvtest::Display origin = this->Pointer.At({ { 0, 0, 0 } });
+  this->Scene.Interactor()->SetEventPosition(origin[0], origin[1]);
+  EXPECT_EQ(this->Curve->IsClicked(), 0);
+  this->Pointer.Press(zvtest::Left, origin);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 1);
+}
+
+// ---- Life and death
+// ------------------------------------------------------------------------------
+
+TEST_F(SplineWidget, DeletedWhileEnabledLeavesNothingBehind)
+{
+  const zvtest::Picture empty = this->Scene.RenderAndLook();
+  const int props = this->Scene.Renderer()->GetViewProps()->GetNumberOfItems();
+  this->Show(Square());
+  vtkSmartPointer<vtkCommand> command = this->Curve->EventCallbackCommand;
+  this->Curve = nullptr;
+  EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), props);
+  EXPECT_EQ(this->Scene.Look().CountDifferent(empty), 0);
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_FALSE(this->Scene.Interactor()->HasObserver(event, command));
+  }
+  this->Pointer.Drag(zvtest::Left, { { 100, 100 } }, { { 200, 200 } });
+}
+
+TEST_F(SplineWidget, DeletedBeforeItIsEnabledTakesTheLineOfAddHandleWithIt)
+{
+  double position[3] = { 2, 2, 0 };
+  this->Curve->AddHandle(position);
+  const int props = this->Scene.Renderer()->GetViewProps()->GetNumberOfItems();
+  this->Curve = nullptr;
+  EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), props - 1);
+}
+
+TEST_F(SplineWidget, DeletedInMidDrag)
+{
+  this->Show(Square());
+  this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }));
+  this->Curve = nullptr;
+  this->Pointer.MoveTo({ { 200, 200 } });
+  this->Pointer.Release(zvtest::Left);
+}
+
+TEST_F(SplineWidget, OutlivesWhatItWasShownIn)
+{
+  this->Show(Square());
+  const zvtest::Display corner = this->Pointer.At({ { 6, 6, 0 } });
+  this->Scene.DropRenderers();
+  this->Pointer.Drag(zvtest::Left, corner, { { 200, 200 } });
+  this->Pointer.Drag(zvtest::Middle, corner, { { 200, 200 } });
+  this->Curve->SetState(zvSplineWidget::Moving);
+  this->Pointer.MoveTo({ { 210, 200 } });
+  this->Scene.DropInteractor();
+  this->Scene.DropWindow();
+  EXPECT_EQ(this->Curve->GetInteractor(), nullptr);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  this->Curve->OnLeftButtonDown();
+  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Outside);
+  for (int state : { zvSplineWidget::Moving, zvSplineWidget::Scaling })
+  {
+    this->Curve->SetState(state);
+    this->Curve->OnMouseMove();
+    this->Curve->OnLeftButtonUp();
+    this->Curve->SetState(state);
+    this->Curve->OnMiddleButtonUp();
+  }
+  this->Curve->OnMiddleButtonDown();
+  this->Curve->OnRightButtonDown();
+  this->Curve->OnRightButtonUp();
+  this->Curve->OnMouseWheelForward();
+  this->Curve->OnMouseWheelBackward();
+  this->ExpectHandles(this->Handles());
+}
+
+TEST_F(SplineWidget, SurvivesObserversThatDisableOrCutOffOrReleaseIt)
+{
+  using Action = std::function<void()>;
+  const Action actions[] = { [this] { this->Curve->SetEnabled(0); },
+    [this] { this->Curve->SetInteractor(nullptr); }, [this] { this->Curve = nullptr; } };
+  for (const Action& action : actions)
+  {
+    for (unsigned long event :
+      { vtkCommand::EnableEvent, vtkCommand::DisableEvent, vtkCommand::StartInteractionEvent,
+        vtkCommand::InteractionEvent, vtkCommand::EndInteractionEvent })
+    {
+      this->Curve = vtkSmartPointer<OpenWidget>::Take(OpenWidget::New());
+      this->Curve->SetInteractor(this->Scene.Interactor());
+      this->Curve->InitializeHandles(PointsOf(Square()));
+      zvtest::EventRecorder recorder;
+      recorder.Watch(this->Curve, { event }, [&action](const zvtest::RecordedEvent&) { action(); });
+      zvSplineWidget* widget = this->Curve;
+      widget->SetEnabled(1);
+      this->Pointer.Drag(
+        zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }), this->Pointer.At({ { 4, 4, 0 } }));
+      if (this->Curve && this->Curve->GetInteractor())
+      {
+        widget->SetEnabled(0);
+      }
+      EXPECT_EQ(recorder.Count(event), 1) << vtkCommand::GetStringFromEventId(event);
+      this->Curve = nullptr;
+    }
+  }
+}
+
+TEST_F(SplineWidget, SurvivesARenderThatDisablesItInTheMiddleOfAPress)
+{
+  for (const World& at : { World{ { 0, 0, 0 } }, World{ { 0, -6, 0 } } })
+  {
+    this->Show(Square());
+    const World pressed = at[1] == 0.0 ? at : this->OnLine(0.5);
+    zvtest::EventRecorder recorder;
+    recorder.Watch(this->Scene.Interactor(), { vtkCommand::RenderEvent },
+      [this](const zvtest::RecordedEvent&)
+      {
+        if (this->Curve->GetEnabled())
+        {
+          this->Curve->SetEnabled(0);
+        }
+      });
+    this->Pointer.Press(zvtest::Left, this->Pointer.At(pressed));
+    EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  }
+}
+
+TEST_F(SplineWidget, MovesToAnotherView)
+{
+  class zvtest::Scene other;
+  this->Show(Square());
+  this->Curve->SetInteractor(other.Interactor());
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_FALSE(this->IsShown(this->Curve->LineActor));
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), other.Renderer());
+  this->Curve->SetInteractor(nullptr);
+}
