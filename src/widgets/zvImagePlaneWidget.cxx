@@ -28,6 +28,7 @@
 #include "vtkLookupTable.h"
 #include "vtkMath.h"
 #include "vtkMatrix4x4.h"
+#include "vtkMergePoints.h"
 #include "vtkNew.h"
 #include "vtkPlane.h"
 #include "vtkPlanes.h"
@@ -1275,6 +1276,12 @@ void zvImagePlaneWidget::ConnectPipeline(vtkAlgorithmOutput* port)
   this->BoundsCube->SetBounds(bounds);
   this->Cutter->SetInputConnection(this->BoundsCube->GetOutputPort());
   this->Cutter->SetCutFunction(this->CutPlane);
+  // A box has so few points that clearing the default locator's buckets would take four times as
+  // long as the cut itself, at every step of a slice.
+  vtkNew<vtkMergePoints> fewBuckets;
+  fewBuckets->AutomaticOff();
+  fewBuckets->SetDivisions(2, 2, 2);
+  this->Cutter->SetLocator(fewBuckets);
   ConfigureTexture(this->Texture, this->TextureInterpolate, this->LookupTable);
   this->TexturePlaneActor->SetMapper(this->NewTexturePlaneMapper(bounds));
   vtkNew<vtkPolyDataMapper> cutMapper;
