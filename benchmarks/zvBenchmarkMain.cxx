@@ -105,7 +105,7 @@ int main(int argc, char** argv)
 {
   // What is given on the command line comes later and wins.
   std::vector<std::string> arguments{ argv[0], "--benchmark_repetitions=5",
-    "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.1" };
+    "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.5" };
   arguments.insert(arguments.end(), argv + 1, argv + argc);
   std::vector<char*> pointers;
   for (std::string& argument : arguments)
