@@ -1,23 +1,26 @@
 #include "zvAreaWidget.h"
 
+#include "zvDrag.h"
 #include "zvHandleCurve.h"
+#include "zvLengthLabel.h"
 #include "zvUtils.h"
+#include "zvViewLookup.h"
 
 #include "vtkCallbackCommand.h"
-#include "vtkCamera.h"
 #include "vtkCellPicker.h"
 #include "vtkFollower.h"
 #include "vtkObjectFactory.h"
 #include "vtkParametricFunctionSource.h"
 #include "vtkPolyData.h"
-#include "vtkPolyDataMapper.h"
 #include "vtkProperty.h"
-#include "vtkRenderWindow.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 #include "vtkVectorText.h"
 
-#include <cstdio>
+namespace
+{
+constexpr double LabelScale = 1.7; // of a letter, in sizes of a handle
+}
 
 vtkObjectFactoryNewMacro(zvAreaWidget);
 
@@ -29,10 +32,7 @@ vtkObject* vtkInstantiatorzvAreaWidgetNew()
 zvAreaWidget::zvAreaWidget()
 {
   this->EventCallbackCommand->SetCallback(zvAreaWidget::ProcessEvents);
-  vtkNew<vtkPolyDataMapper> mapper;
-  mapper->SetInputConnection(this->AreaText->GetOutputPort());
-  this->AreaActor->SetMapper(mapper);
-  this->AreaText->SetText(" ");
+  zvLengthLabel::Build(this->AreaText, this->AreaActor);
   this->AreaActor->GetProperty()->SetColor(1.0, 1.0, 0.0);
   this->SizeLabel();
 }
@@ -71,19 +71,15 @@ void zvAreaWidget::SetEnabled(int enabling)
     // Deliberate: the parent attaches the same observers once more. Hosts count on the events that
     // are not aborted coming twice.
     this->AddObservers();
-    this->AreaActor->SetCamera(this->CurrentRenderer->GetActiveCamera());
-    this->CurrentRenderer->AddViewProp(this->AreaActor);
+    zvLengthLabel::Show(this->AreaActor, this->CurrentRenderer);
     this->Superclass::SetEnabled(1);
-    this->Render();
+    zvViewLookup::Render(this->Interactor);
   }
   else if (!enabling && this->Enabled)
   {
-    if (this->CurrentRenderer)
-    {
-      this->CurrentRenderer->RemoveViewProp(this->AreaActor);
-    }
+    zvLengthLabel::Hide(this->AreaActor, this->CurrentRenderer);
     this->Superclass::SetEnabled(0);
-    this->Render();
+    zvViewLookup::Render(this->Interactor);
   }
 }
 
@@ -103,9 +99,7 @@ void zvAreaWidget::CalculateArea()
 
 void zvAreaWidget::UpdateAreaLabel()
 {
-  char text[100];
-  std::snprintf(text, sizeof(text), "%10.2lf mm^2", this->Area);
-  this->AreaText->SetText(text);
+  this->AreaText->SetText(zvLengthLabel::OfArea(this->Area).c_str());
   this->SizeLabel();
   this->CalculateCentroid();
   this->AreaActor->SetPosition(this->Centroid);
@@ -132,13 +126,13 @@ void zvAreaWidget::AddHandle(double* pos)
     this->ShowCurve();
   }
   this->HighlightHandle();
-  this->Render();
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvAreaWidget::OnLeftButtonDown()
 {
   this->CurveGrabbed = false;
-  if (!this->IsPointerInView())
+  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
   {
     this->State = Outside;
     return;
@@ -179,7 +173,9 @@ void zvAreaWidget::OnMouseMove()
 {
   double previous[3];
   double current[3];
-  if (this->State == Start || this->State == Outside || !this->FindDragPoints(previous, current))
+  if (this->State == Start || this->State == Outside ||
+    !zvDrag::GetMotion(
+      this->Interactor, this->CurrentRenderer, this->LastPickPosition, previous, current))
   {
     return;
   }
@@ -258,16 +254,15 @@ void zvAreaWidget::CloseCurve()
 void zvAreaWidget::SizeLabel()
 {
   // A renderer that has left its window has no size to fit the label to.
-  const bool inWindow = !this->CurrentRenderer || this->CurrentRenderer->GetRenderWindow();
+  const bool canFit = !this->CurrentRenderer || zvViewLookup::IsShown(this->CurrentRenderer);
   const double size =
-    inWindow ? this->vtk3DWidget::SizeHandles(1.0) : this->HandleSize * this->InitialLength;
-  const float scale = static_cast<float>(size * 1.7);
-  this->AreaActor->SetScale(scale, scale, scale);
+    canFit ? this->vtk3DWidget::SizeHandles(1.0) : this->HandleSize * this->InitialLength;
+  zvLengthLabel::SetSize(this->AreaActor, size * LabelScale);
 }
 
 void zvAreaWidget::RefreshLabelAfterZoom()
 {
   this->UpdateAreaLabel();
   this->SizeHandles();
-  this->Render();
+  zvViewLookup::Render(this->Interactor);
 }

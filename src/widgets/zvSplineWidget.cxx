@@ -1,8 +1,11 @@
 #include "zvSplineWidget.h"
 
+#include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
 #include "zvParametricSpline.h"
+#include "zvPick.h"
+#include "zvViewLookup.h"
 
 #include "vtkActor.h"
 #include "vtkCallbackCommand.h"
@@ -149,7 +152,7 @@ void zvSplineWidget::SetEnabled(int enabling)
     this->BuildRepresentation();
     this->SizeHandles();
     this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
-    this->Render();
+    zvViewLookup::Render(this->Interactor);
   }
   else if (!enabling && this->Enabled)
   {
@@ -158,7 +161,7 @@ void zvSplineWidget::SetEnabled(int enabling)
     this->HideCurve();
     this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
     this->SetCurrentRenderer(nullptr);
-    this->Render();
+    zvViewLookup::Render(this->Interactor);
   }
 }
 
@@ -557,7 +560,7 @@ void zvSplineWidget::AddHandle(double* pos)
   this->LineActor->SetProperty(this->LineProperty);
   this->State = Placing;
   this->HighlightHandle();
-  this->Render();
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvSplineWidget::BuildRepresentation()
@@ -705,7 +708,7 @@ void zvSplineWidget::HighlightLine(int highlight)
 void zvSplineWidget::OnLeftButtonDown()
 {
   this->CurveGrabbed = false;
-  if (!this->IsPointerInView())
+  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
   {
     this->State = Outside;
     return;
@@ -734,7 +737,7 @@ void zvSplineWidget::OnLeftButtonDown()
     // A picker that misses puts its position under the pointer, at the depth of the focal point.
     double position[3];
     this->LinePicker->GetPickPosition(position);
-    this->Render();
+    zvViewLookup::Render(this->Interactor);
     this->AddHandle(position);
     this->State = Placing;
   }
@@ -757,7 +760,7 @@ void zvSplineWidget::OnLeftButtonUp()
 
 void zvSplineWidget::OnMiddleButtonDown()
 {
-  if (!this->IsPointerInView())
+  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
   {
     this->State = Outside;
     return;
@@ -801,7 +804,9 @@ void zvSplineWidget::OnMouseMove()
 {
   double previous[3];
   double current[3];
-  if (this->State == Start || this->State == Outside || !this->FindDragPoints(previous, current))
+  if (this->State == Start || this->State == Outside ||
+    !zvDrag::GetMotion(
+      this->Interactor, this->CurrentRenderer, this->LastPickPosition, previous, current))
   {
     return;
   }
@@ -813,13 +818,13 @@ void zvSplineWidget::OnMouseMove()
 void zvSplineWidget::OnMouseWheelForward()
 {
   this->SizeHandles();
-  this->Render();
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvSplineWidget::OnMouseWheelBackward()
 {
   this->SizeHandles();
-  this->Render();
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvSplineWidget::ProcessEvents(
@@ -933,40 +938,29 @@ void zvSplineWidget::SetHandlePoints(const Positions& positions)
 
 bool zvSplineWidget::TakePokedRenderer()
 {
-  if (!this->CurrentRenderer && this->Interactor)
+  vtkRenderer* renderer = zvViewLookup::Choose(this->CurrentRenderer, this->Interactor);
+  if (renderer != this->CurrentRenderer)
   {
-    const int* position = this->Interactor->GetLastEventPosition();
-    this->SetCurrentRenderer(this->Interactor->FindPokedRenderer(position[0], position[1]));
+    this->SetCurrentRenderer(renderer);
   }
   return this->CurrentRenderer != nullptr;
 }
 
-bool zvSplineWidget::IsPointerInView()
-{
-  if (!this->Interactor || !this->CurrentRenderer || !this->CurrentRenderer->GetRenderWindow())
-  {
-    return false;
-  }
-  const int* position = this->Interactor->GetEventPosition();
-  return this->CurrentRenderer->IsInViewport(position[0], position[1]) != 0;
-}
-
 bool zvSplineWidget::Pick(vtkCellPicker* picker)
 {
-  if (!this->Interactor || !this->CurrentRenderer || !this->CurrentRenderer->GetRenderWindow())
+  if (!this->Interactor)
   {
     return false;
   }
   const int* position = this->Interactor->GetEventPosition();
-  picker->Pick(position[0], position[1], 0.0, this->CurrentRenderer);
-  return picker->GetPath() != nullptr;
+  return zvPick::At(picker, position[0], position[1], this->CurrentRenderer) != 0;
 }
 
 void zvSplineWidget::InsertHandleUnderPointer()
 {
   double position[3];
   this->LinePicker->GetPickPosition(position);
-  this->Render();
+  zvViewLookup::Render(this->Interactor);
   this->InsertHandleOnLine(position);
   if (this->Pick(this->HandlePicker))
   {
@@ -983,7 +977,7 @@ void zvSplineWidget::BeginInteraction()
     this->StartInteraction();
   }
   this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  this->Render();
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvSplineWidget::FinishInteraction()
@@ -994,27 +988,7 @@ void zvSplineWidget::FinishInteraction()
     this->EndInteraction();
   }
   this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  this->Render();
-}
-
-bool zvSplineWidget::FindDragPoints(double previous[3], double current[3])
-{
-  if (!this->Interactor || !this->CurrentRenderer ||
-    !this->CurrentRenderer->IsActiveCameraCreated())
-  {
-    return false;
-  }
-  double display[3];
-  this->ComputeWorldToDisplay(
-    this->LastPickPosition[0], this->LastPickPosition[1], this->LastPickPosition[2], display);
-  const int* last = this->Interactor->GetLastEventPosition();
-  const int* now = this->Interactor->GetEventPosition();
-  double world[4];
-  this->ComputeDisplayToWorld(last[0], last[1], display[2], world);
-  std::copy_n(world, 3, previous);
-  this->ComputeDisplayToWorld(now[0], now[1], display[2], world);
-  std::copy_n(world, 3, current);
-  return true;
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvSplineWidget::MoveWithPointer(double previous[3], double current[3])
@@ -1050,15 +1024,7 @@ void zvSplineWidget::TellMotion()
 {
   this->EventCallbackCommand->SetAbortFlag(1);
   this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  this->Render();
-}
-
-void zvSplineWidget::Render()
-{
-  if (this->Interactor)
-  {
-    this->Interactor->Render();
-  }
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvSplineWidget::ShowCurve()

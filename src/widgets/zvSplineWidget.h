@@ -307,16 +307,13 @@ protected:
   /// Steps that the handlers of the family share. None minds that an observer has disabled the
   /// widget or taken its interactor.
   bool TakePokedRenderer();
-  bool IsPointerInView();
   bool Pick(vtkCellPicker* picker);
   void InsertHandleUnderPointer();
   void BeginInteraction();
   void FinishInteraction();
-  bool FindDragPoints(double previous[3], double current[3]);
   void MoveWithPointer(double previous[3], double current[3]);
   void FollowMotion();
   void TellMotion();
-  void Render();
   void ShowCurve();
   void HideCurve();
   ///@}

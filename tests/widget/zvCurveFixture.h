@@ -55,12 +55,12 @@ const std::initializer_list<unsigned long> MouseEvents = { vtkCommand::MouseMove
   vtkCommand::RightButtonPressEvent, vtkCommand::RightButtonReleaseEvent,
   vtkCommand::MouseWheelForwardEvent, vtkCommand::MouseWheelBackwardEvent };
 
-template <class Widget>
+template <class Widget, class Opened = Open<Widget>>
 class CurveTest : public QuietTest
 {
 protected:
   using Names = std::vector<std::string>;
-  using OpenWidget = Open<Widget>;
+  using OpenWidget = Opened;
 
   CurveTest()
     : Pointer(Scene)
