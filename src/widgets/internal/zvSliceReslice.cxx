@@ -2,12 +2,16 @@
 
 #include <vtkCommand.h>
 #include <vtkDataArray.h>
+#include <vtkDataSetAttributes.h>
+#include <vtkDoubleArray.h>
 #include <vtkImageData.h>
 #include <vtkImageInterpolator.h>
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
 #include <vtkMatrix4x4.h>
+#include <vtkNew.h>
 #include <vtkObjectFactory.h>
+#include <vtkPointData.h>
 
 #include <algorithm>
 #include <cmath>
@@ -20,6 +24,22 @@ vtkObjectFactoryNewMacro(zvSliceReslice);
 
 namespace
 {
+/// Whether the stock class has no samplers for a scalar type: the integers of 64 bits.
+bool IsWide(int scalarType)
+{
+  switch (scalarType)
+  {
+    case VTK_LONG:
+    case VTK_UNSIGNED_LONG:
+    case VTK_LONG_LONG:
+    case VTK_UNSIGNED_LONG_LONG:
+    case VTK_ID_TYPE:
+      return true;
+    default:
+      return false;
+  }
+}
+
 /// VTK rounds voxel coordinates to multiples of 1/65536 by adding a number so large that a double
 /// has no finer digits left. Doing the very same is what keeps ties and borders equal.
 constexpr double FixedPointBias = 103079215104.0; // 1.5 * 2^36
@@ -650,6 +670,22 @@ void WriteObliqueSlice(const SliceJob<T>& job, bool linear)
 }
 
 //------------------------------------------------------------------------------
+int zvSliceReslice::RequestInformation(
+  vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs)
+{
+  const int done = this->Superclass::RequestInformation(request, inputs, outputs);
+  vtkInformation* const output = outputs->GetInformationObject(0);
+  vtkInformation* const scalars = vtkDataObject::GetActiveFieldInformation(
+    output, vtkDataObject::FIELD_ASSOCIATION_POINTS, vtkDataSetAttributes::SCALARS);
+  if (scalars && IsWide(scalars->Get(vtkDataObject::FIELD_ARRAY_TYPE())))
+  {
+    // Minus one leaves the number of components as it is.
+    vtkDataObject::SetPointDataActiveScalarInfo(output, VTK_DOUBLE, -1);
+  }
+  return done;
+}
+
+//------------------------------------------------------------------------------
 int zvSliceReslice::RequestData(
   vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs)
 {
@@ -662,7 +698,30 @@ int zvSliceReslice::RequestData(
   {
     this->UsePermuteExecute = 0;
   }
-  return this->Superclass::RequestData(request, inputs, outputs);
+  vtkDataArray* const scalars = input ? input->GetPointData()->GetScalars() : nullptr;
+  return scalars && IsWide(scalars->GetDataType())
+    ? this->RequestDataAsDoubles(request, inputs, outputs)
+    : this->Superclass::RequestData(request, inputs, outputs);
+}
+
+//------------------------------------------------------------------------------
+int zvSliceReslice::RequestDataAsDoubles(
+  vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs)
+{
+  vtkImageData* const image = vtkImageData::GetData(inputs[0]);
+  vtkNew<vtkDoubleArray> doubles;
+  doubles->DeepCopy(image->GetPointData()->GetScalars());
+  vtkNew<vtkImageData> narrowed;
+  narrowed->CopyStructure(image);
+  narrowed->GetPointData()->SetScalars(doubles);
+  // In information of its own: that of the input belongs to the producer.
+  vtkNew<vtkInformation> information;
+  information->Copy(inputs[0]->GetInformationObject(0));
+  information->Set(vtkDataObject::DATA_OBJECT(), narrowed);
+  vtkNew<vtkInformationVector> images;
+  images->Append(information);
+  vtkInformationVector* narrowedInputs[] = { images, inputs[1] };
+  return this->Superclass::RequestData(request, narrowedInputs, outputs);
 }
 
 //------------------------------------------------------------------------------

@@ -9,9 +9,11 @@ class vtkDataArray;
 ///
 /// Nearest and linear sampling of one slice of short or unsigned char voxels, one component, runs
 /// in loops made for it. The output has the same bytes as that of the stock class. Everything
-/// else is left to the stock class. Two cases which the stock class does not
-/// survive are sampled as any others: axes one of which is zero, and cubic samples of a volume of
-/// two or three voxels along an axis on which its extent does not start at 0.
+/// else is left to the stock class. That has no samplers for integers of 64 bits and would call a
+/// null function, so these are sampled as doubles, and the output is double. Two cases which the
+/// stock class does not survive are sampled as any others: axes one of which is zero, and cubic
+/// samples of a volume of two or three voxels along an axis on which its extent does not start at
+/// 0.
 class zvSliceReslice : public vtkImageReslice
 {
 public:
@@ -25,6 +27,8 @@ protected:
   zvSliceReslice() = default;
   ~zvSliceReslice() override = default;
 
+  int RequestInformation(
+    vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs) override;
   int RequestData(
     vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs) override;
   void ThreadedRequestData(vtkInformation* request, vtkInformationVector** inputs,
@@ -32,6 +36,10 @@ protected:
     int threadId) override;
 
 private:
+  /// Let the stock class sample the input with its scalars as doubles.
+  int RequestDataAsDoubles(
+    vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs);
+
   /// Whether the filter is set for nearest or linear samples of a plane and for nothing else.
   bool SamplesPlainly();
 
