@@ -1,0 +1,74 @@
+#include "zvImageGrid.h"
+
+#include "zvTestKit.h"
+
+#include "vtkImageData.h"
+#include "vtkImageReslice.h"
+#include "vtkImageTranslateExtent.h"
+#include "vtkMatrix3x3.h"
+#include "vtkNew.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+class ImageGrid : public zvtest::QuietTest
+{
+};
+
+TEST_F(ImageGrid, TheGridIsThatOfTheInput)
+{
+  vtkSmartPointer<vtkImageData> image = zvtest::MakeIndexVolume(zvtest::ShiftedExtentVolume());
+  vtkNew<vtkImageReslice> reslice;
+  reslice->SetInputData(image);
+  const zvImageGrid::Grid grid = zvImageGrid::Read(reslice);
+  EXPECT_TRUE(std::equal(std::begin(grid.Extent), std::end(grid.Extent), image->GetExtent()));
+  EXPECT_TRUE(std::equal(std::begin(grid.Origin), std::end(grid.Origin), image->GetOrigin()));
+  EXPECT_TRUE(std::equal(std::begin(grid.Spacing), std::end(grid.Spacing), image->GetSpacing()));
+  EXPECT_TRUE(grid.IdentityDirection);
+}
+
+TEST_F(ImageGrid, TheGridIsThatAPipelineIsGoingToDeliver)
+{
+  vtkNew<vtkImageTranslateExtent> shift;
+  shift->SetInputData(zvtest::MakeIndexVolume());
+  vtkNew<vtkImageReslice> reslice;
+  reslice->SetInputConnection(shift->GetOutputPort());
+  zvImageGrid::Read(reslice);
+  shift->SetTranslation(0, 0, 7);
+  EXPECT_EQ(zvImageGrid::Read(reslice).Extent[4], 7);
+}
+
+TEST_F(ImageGrid, WithoutAConnectionTheGridIsEmpty)
+{
+  vtkNew<vtkImageReslice> reslice;
+  const zvImageGrid::Grid grid = zvImageGrid::Read(reslice);
+  EXPECT_GT(grid.Extent[0], grid.Extent[1]);
+}
+
+TEST_F(ImageGrid, AnyTurnOrFlipOfTheAxesIsSeen)
+{
+  vtkSmartPointer<vtkImageData> image = zvtest::MakeIndexVolume();
+  EXPECT_TRUE(zvImageGrid::HasIdentityDirection(image));
+  for (int element = 0; element < 9; ++element)
+  {
+    SCOPED_TRACE(element);
+    vtkNew<vtkMatrix3x3> direction;
+    direction->SetElement(element / 3, element % 3, element % 4 == 0 ? -1.0 : 1e-6);
+    image->SetDirectionMatrix(direction);
+    EXPECT_FALSE(zvImageGrid::HasIdentityDirection(image));
+    vtkNew<vtkImageReslice> reslice;
+    reslice->SetInputData(image);
+    EXPECT_FALSE(zvImageGrid::Read(reslice).IdentityDirection);
+  }
+}
+
+TEST_F(ImageGrid, TheNearestIndexRoundsHalvesAwayFromZero)
+{
+  EXPECT_EQ(zvImageGrid::NearestIndex(4.0, 1.0, 2.0), 2);
+  EXPECT_EQ(zvImageGrid::NearestIndex(3.9, 1.0, 2.0), 1);
+  EXPECT_EQ(zvImageGrid::NearestIndex(-2.0, 1.0, 2.0), -2);
+  EXPECT_EQ(zvImageGrid::NearestIndex(-5.0, 1.0, -2.0), 3);
+  EXPECT_EQ(zvImageGrid::NearestIndex(5.0, 1.0, 0.0), 0);
+  EXPECT_EQ(zvImageGrid::NearestIndex(5.0, 1.0, std::nan("")), 0);
+}
