@@ -1,5 +1,6 @@
 #include "zvQVTKWidget.h"
 
+#include "zvQtTest.h"
 #include "zvTestKit.h"
 
 #include "vtkActor.h"
@@ -21,12 +22,10 @@
 #include <QMetaMethod>
 #include <QMouseEvent>
 #include <QPointer>
-#include <QSurfaceFormat>
 #include <QTest>
 #include <QTouchDevice>
 #include <QWheelEvent>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -169,44 +168,26 @@ struct Row
   Log Expected;
 };
 
-class QtViewRow
-  : public QtView
-  , public ::testing::WithParamInterface<Row>
+class QtViewTable : public QtView
 {
 protected:
-  void ExpectRow(QEvent::Type type)
+  template <std::size_t Count>
+  void ExpectRows(QEvent::Type type, const Row (&rows)[Count])
   {
-    const Row& row = this->GetParam();
-    this->View->setMode3D((row.Modes & ThreeD) != 0);
-    this->View->setVTKMoveMode((row.Modes & VtkMove) != 0);
-    this->View->setQTMoveMode((row.Modes & NoQtMove) == 0);
-    QMouseEvent e = MakeMouseEvent(type, row.Button, row.Held, row.Modifiers);
-    EXPECT_EQ(this->Send(e), row.Expected);
-    EXPECT_TRUE(e.isAccepted());
-    if (!row.Expected.empty() && row.Expected.back() == "mouseEvent")
+    for (const Row& row : rows)
     {
-      EXPECT_EQ(this->Signalled, &e);
+      SCOPED_TRACE(row.Name);
+      this->View->setMode3D((row.Modes & ThreeD) != 0);
+      this->View->setVTKMoveMode((row.Modes & VtkMove) != 0);
+      this->View->setQTMoveMode((row.Modes & NoQtMove) == 0);
+      QMouseEvent e = MakeMouseEvent(type, row.Button, row.Held, row.Modifiers);
+      EXPECT_EQ(this->Send(e), row.Expected);
+      EXPECT_TRUE(e.isAccepted());
+      const bool told = !row.Expected.empty() && row.Expected.back() == "mouseEvent";
+      EXPECT_EQ(this->Signalled, told ? &e : nullptr);
     }
   }
 };
-
-class QtViewPress : public QtViewRow
-{
-};
-class QtViewDoubleClick : public QtViewRow
-{
-};
-class QtViewRelease : public QtViewRow
-{
-};
-class QtViewMove : public QtViewRow
-{
-};
-
-std::string NameOfRow(const ::testing::TestParamInfo<Row>& row)
-{
-  return row.param.Name;
-}
 
 const Row Presses[] = {
   { "Left", Defaults, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier, { "mouseEvent" } },
@@ -315,29 +296,24 @@ const Row Moves[] = {
 };
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, QtViewPress, ::testing::ValuesIn(Presses), NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Table, QtViewDoubleClick, ::testing::ValuesIn(Presses), NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Table, QtViewRelease, ::testing::ValuesIn(Releases), NameOfRow);
-INSTANTIATE_TEST_SUITE_P(Table, QtViewMove, ::testing::ValuesIn(Moves), NameOfRow);
-
-TEST_P(QtViewPress, GoesWhereItShould)
+TEST_F(QtViewTable, PressesGoWhereTheyShould)
 {
-  this->ExpectRow(QEvent::MouseButtonPress);
+  this->ExpectRows(QEvent::MouseButtonPress, Presses);
 }
 
-TEST_P(QtViewDoubleClick, GoesTheWayOfAPress)
+TEST_F(QtViewTable, DoubleClicksGoTheWayOfPresses)
 {
-  this->ExpectRow(QEvent::MouseButtonDblClick);
+  this->ExpectRows(QEvent::MouseButtonDblClick, Presses);
 }
 
-TEST_P(QtViewRelease, GoesWhereItShould)
+TEST_F(QtViewTable, ReleasesGoWhereTheyShould)
 {
-  this->ExpectRow(QEvent::MouseButtonRelease);
+  this->ExpectRows(QEvent::MouseButtonRelease, Releases);
 }
 
-TEST_P(QtViewMove, GoesWhereItShould)
+TEST_F(QtViewTable, MovesGoWhereTheyShould)
 {
-  this->ExpectRow(QEvent::MouseMove);
+  this->ExpectRows(QEvent::MouseMove, Moves);
 }
 
 // ---- what a user does ----
@@ -853,8 +829,5 @@ TEST_F(QtViewPair, AnActorTakenFromOneViewStaysInTheOther)
 
 int main(int argc, char** argv)
 {
-  QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());
-  QApplication application(argc, argv);
-  ::testing::InitGoogleMock(&argc, argv);
-  return RUN_ALL_TESTS();
+  return zvtest::RunQtTests(argc, argv);
 }
