@@ -121,10 +121,9 @@ void zvAreaWidget::AddHandle(double* pos)
   handles.push_back({ { pos[0], pos[1], pos[2] } });
   this->SetHandlePoints(handles);
   this->InitializeHandles(this->HandlePolyData->GetPoints());
-  if (this->TakePokedRenderer())
-  {
-    this->ShowCurve();
-  }
+  this->TakePokedRenderer();
+  this->ShowActor(this->HandleActor, this->HandleProperty);
+  this->ShowActor(this->LineActor, this->LineProperty);
   this->HighlightHandle();
   zvViewLookup::Render(this->Interactor);
 }

@@ -93,12 +93,14 @@ protected:
   zvAreaWidget();
   ~zvAreaWidget() override;
 
-  ///@{
-  /// Steps of the operations above.
+  /// Close the curve, enable the widget and compute the area.
   void CloseCurve();
+
+  /// Let the label be as high on screen as it is to be at the present zoom.
   void SizeLabel();
+
+  /// What the wheel does.
   void RefreshLabelAfterZoom();
-  ///@}
 
   vtkNew<vtkVectorText> AreaText;
   vtkNew<vtkFollower> AreaActor;

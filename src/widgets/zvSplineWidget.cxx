@@ -148,7 +148,8 @@ void zvSplineWidget::SetEnabled(int enabling)
   {
     this->Enabled = 1;
     this->AddObservers();
-    this->ShowCurve();
+    this->ShowActor(this->LineActor, this->LineProperty);
+    this->ShowActor(this->HandleActor, this->HandleProperty);
     this->BuildRepresentation();
     this->SizeHandles();
     this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
@@ -553,11 +554,8 @@ void zvSplineWidget::AddHandle(double* pos)
   Positions handles = this->ReadHandles();
   handles.push_back({ { pos[0], pos[1], pos[2] } });
   this->InitializeHandles(zvHandleCurve::MakePoints(handles));
-  if (this->TakePokedRenderer())
-  {
-    this->CurrentRenderer->AddActor(this->LineActor);
-  }
-  this->LineActor->SetProperty(this->LineProperty);
+  this->TakePokedRenderer();
+  this->ShowActor(this->LineActor, this->LineProperty);
   this->State = Placing;
   this->HighlightHandle();
   zvViewLookup::Render(this->Interactor);
@@ -1027,12 +1025,13 @@ void zvSplineWidget::TellMotion()
   zvViewLookup::Render(this->Interactor);
 }
 
-void zvSplineWidget::ShowCurve()
+void zvSplineWidget::ShowActor(vtkActor* actor, vtkProperty* property)
 {
-  this->CurrentRenderer->AddActor(this->LineActor);
-  this->LineActor->SetProperty(this->LineProperty);
-  this->CurrentRenderer->AddActor(this->HandleActor);
-  this->HandleActor->SetProperty(this->HandleProperty);
+  if (this->CurrentRenderer)
+  {
+    this->CurrentRenderer->AddActor(actor);
+  }
+  actor->SetProperty(property);
 }
 
 void zvSplineWidget::HideCurve()

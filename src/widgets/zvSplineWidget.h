@@ -290,7 +290,10 @@ protected:
   zvSplineWidget();
   ~zvSplineWidget() override;
 
+  /// Make each property that is still null.
   void CreateDefaultProperties();
+
+  /// Take a reference to another property and call Modified.
   void ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property);
 
   ///@{
@@ -303,19 +306,26 @@ protected:
   /// Replace the points of the handles and give each its vertex cell; leaves their number alone.
   void SetHandlePoints(const std::vector<std::array<double, 3>>& positions);
 
-  ///@{
-  /// Steps that the handlers of the family share. None minds that an observer has disabled the
-  /// widget or taken its interactor.
+  /// Make the renderer under the last event position the current one, if there is none yet.
+  /// \return whether there is one now.
   bool TakePokedRenderer();
-  bool Pick(vtkCellPicker* picker);
-  void InsertHandleUnderPointer();
-  void BeginInteraction();
-  void FinishInteraction();
-  void MoveWithPointer(double previous[3], double current[3]);
-  void FollowMotion();
-  void TellMotion();
-  void ShowCurve();
+
+  /// Put an actor into the current renderer, if there is one, and give it a property.
+  void ShowActor(vtkActor* actor, vtkProperty* property);
+
+  /// Take the line and the handles out of the current renderer, if there is one.
   void HideCurve();
+
+  ///@{
+  /// What handlers are made of. Each step bears that an observer has disabled the widget or taken
+  /// its interactor in the step before.
+  bool Pick(vtkCellPicker* picker); ///< at the event position; \return whether it hit
+  void InsertHandleUnderPointer();  ///< render, insert where the line was hit, take that handle
+  void MoveWithPointer(double previous[3], double current[3]); ///< as the state says
+  void FollowMotion();                                         ///< project if that is on, rebuild
+  void BeginInteraction();  ///< abort, StartInteractionEvent, render
+  void TellMotion();        ///< abort, InteractionEvent, render
+  void FinishInteraction(); ///< abort, EndInteractionEvent, render
   ///@}
 
   int State = Start;
