@@ -1,0 +1,649 @@
+#ifndef zvSliceSampling_h
+#define zvSliceSampling_h
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+/// The loops of zvSliceReslice: nearest and linear samples of one slice, with the stock filter's
+/// order of operations, so that the results have the same bytes. Fill in a SliceJob and use
+/// AlignedSlice for a slice along the grid of the volume, WriteObliqueSlice for any other.
+namespace zvSliceSampling
+{
+/// VTK rounds voxel coordinates to multiples of 1/65536 by adding a number so large that a double
+/// has no finer digits left. Doing the very same is what keeps ties and borders equal.
+constexpr double FixedPointBias = 103079215104.0; // 1.5 * 2^36
+constexpr double FractionUnit = 1.0 / 65536.0;
+
+/// Coordinates up to here stay well inside that number's digits and an int.
+constexpr double LargestCoordinate = 1e9;
+
+/// A coordinate in 1/65536 of a voxel, good in its lower 48 bits.
+inline std::uint64_t ToFixedPoint(double coordinate)
+{
+  const double biased = coordinate + FixedPointBias;
+  std::uint64_t bits;
+  std::memcpy(&bits, &biased, sizeof(bits));
+  return bits;
+}
+
+inline int WholePart(std::uint64_t fixedPoint)
+{
+  return static_cast<int>(static_cast<std::uint32_t>(fixedPoint >> 16));
+}
+
+inline double FractionPart(std::uint64_t fixedPoint)
+{
+  return static_cast<double>(static_cast<int>(fixedPoint & 0xFFFF)) * FractionUnit;
+}
+
+inline int RoundToVoxel(double coordinate)
+{
+  return WholePart(ToFixedPoint(coordinate + 0.5));
+}
+
+/// The nearest value of the scalar type. The sum is taken in one step, for it rounds.
+template <typename T>
+inline T RoundToScalar(double value)
+{
+  const double biased = value + (FixedPointBias + 0.5);
+  std::uint64_t bits;
+  std::memcpy(&bits, &biased, sizeof(bits));
+  return static_cast<T>(bits >> 16);
+}
+
+/// Indices from First to Last, none if First exceeds Last.
+struct Span
+{
+  int First;
+  int Last;
+
+  bool IsEmpty() const { return this->First > this->Last; }
+};
+
+/// What the loops must know of the volume, the slice and the way between them.
+template <typename T>
+struct SliceJob
+{
+  const T* Input = nullptr; // the voxel at the lower corner of InputExtent
+  int InputExtent[6] = {};
+  std::ptrdiff_t InputStep[3] = {};
+  T* Output = nullptr; // the pixel at the lower corner of OutputExtent
+  int OutputExtent[6] = {};
+  std::ptrdiff_t OutputRowStep = 0;
+  double AlongX[3] = {}; // change of the voxel coordinate for one pixel to the right
+  double AlongY[3] = {}; // and for one pixel up
+  double Origin[3] = {}; // voxel coordinate of pixel (0, 0)
+  double Border = 0.5;   // how far beyond the outermost voxel centres the volume reaches
+  T Background = 0;
+
+  int GetWidth() const { return this->OutputExtent[1] - this->OutputExtent[0] + 1; }
+};
+
+/// The first index of range from which on the test no longer holds, one past the range if it holds
+/// throughout. The test may change from true to false once; the guess need not be exact.
+template <typename Test>
+int FindFirstNot(Span range, double guess, const Test& test)
+{
+  int index = static_cast<int>(std::min(std::max(guess, range.First + 0.0), range.Last + 1.0));
+  while (index > range.First && !test(index - 1))
+  {
+    --index;
+  }
+  while (index <= range.Last && test(index))
+  {
+    ++index;
+  }
+  return index;
+}
+
+/// The indices of range for which start + i * step is neither below nor above, by two tests of a
+/// coordinate that hold, roughly, under low and over high.
+template <typename Below, typename Above>
+Span FindStretch(Span range, double start, double step, double low, double high, const Below& below,
+  const Above& above)
+{
+  const auto isBelow = [&](int i) { return below(start + i * step); };
+  const auto isAbove = [&](int i) { return above(start + i * step); };
+  if (range.IsEmpty() || step == 0.0)
+  {
+    return range.IsEmpty() || below(start) || above(start) ? Span{ 0, -1 } : range;
+  }
+  const double toLow = (low - start) / step;
+  const double toHigh = (high - start) / step;
+  if (step > 0.0)
+  {
+    return { FindFirstNot(range, toLow, isBelow),
+      FindFirstNot(range, toHigh, [&](int i) { return !isAbove(i); }) - 1 };
+  }
+  return { FindFirstNot(range, toHigh, isAbove),
+    FindFirstNot(range, toLow, [&](int i) { return !isBelow(i); }) - 1 };
+}
+
+/// The indices whose coordinates lie from low to high, ends included.
+inline Span FindBetween(Span range, double start, double step, double low, double high)
+{
+  return FindStretch(
+    range, start, step, low, high, [low](double c) { return c < low; },
+    [high](double c) { return c > high; });
+}
+
+/// The indices whose nearest voxels lie from first to last.
+inline Span FindNearestBetween(Span range, double start, double step, int first, int last)
+{
+  return FindStretch(
+    range, start, step, first - 0.5, last + 0.5,
+    [first](double c) { return RoundToVoxel(c) < first; },
+    [last](double c) { return RoundToVoxel(c) > last; });
+}
+
+template <typename T>
+void FillOutside(const SliceJob<T>& job, T* row, Span inside)
+{
+  const int width = job.GetWidth();
+  if (inside.IsEmpty())
+  {
+    std::fill(row, row + width, job.Background);
+    return;
+  }
+  std::fill(row, row + (inside.First - job.OutputExtent[0]), job.Background);
+  std::fill(row + (inside.Last + 1 - job.OutputExtent[0]), row + width, job.Background);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Slices along the grid of the volume: what belongs to a column or a row is computed once.
+
+/// The axis of the volume along which a direction runs, -1 if it is not exactly one.
+inline int FindOnlyAxis(const double direction[3])
+{
+  int only = -1;
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    if (direction[axis] != 0.0)
+    {
+      if (only >= 0)
+      {
+        return -1;
+      }
+      only = axis;
+    }
+  }
+  return only;
+}
+
+/// Whether each column of a matrix runs along an axis of its own.
+inline bool RunsAlongThreeAxes(const double matrix[16])
+{
+  bool taken[3] = {};
+  for (int column = 0; column < 3; ++column)
+  {
+    const double direction[3] = { matrix[column], matrix[4 + column], matrix[8 + column] };
+    const int axis = FindOnlyAxis(direction);
+    if (axis >= 0)
+    {
+      taken[axis] = true;
+    }
+  }
+  return taken[0] && taken[1] && taken[2];
+}
+
+/// Whether a volume has more than one but fewer voxels than a cubic sample needs along an axis on
+/// which it does not start at 0.
+inline bool IsThinAndOffset(const int extent[6])
+{
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    const int voxels = extent[2 * axis + 1] - extent[2 * axis] + 1;
+    if (extent[2 * axis] != 0 && voxels > 1 && voxels < 4)
+    {
+      return true;
+    }
+  }
+  return false;
+}
+
+/// The voxels that a row, a column or the depth of pixels needs, along one axis of the volume and
+/// counted from its first voxel.
+struct AxisSamples
+{
+  Span Inside{ 0, -1 };           // the pixels that lie in the volume
+  std::vector<int> Lower;         // by pixel, from Inside.First on
+  std::vector<int> Upper;         // likewise; the neighbour towards which the fraction leads
+  std::vector<double> Fraction;   // how far on the way from lower to upper
+  std::vector<double> Complement; // 1 - Fraction
+};
+
+template <typename T>
+AxisSamples SampleAxis(const SliceJob<T>& job, int axis, Span pixels, double step, bool linear)
+{
+  const int first = job.InputExtent[2 * axis];
+  const int last = job.InputExtent[2 * axis + 1];
+  const double origin = job.Origin[axis];
+  AxisSamples samples;
+  samples.Inside = FindBetween(pixels, origin, step, first - job.Border, last + job.Border);
+  const std::size_t count = std::max(samples.Inside.Last - samples.Inside.First + 1, 0);
+  samples.Lower.reserve(count);
+  samples.Upper.reserve(count);
+  samples.Fraction.reserve(count);
+  samples.Complement.reserve(count);
+  for (int i = samples.Inside.First; i <= samples.Inside.Last; ++i)
+  {
+    const std::uint64_t position = ToFixedPoint(origin + i * step + (linear ? 0.0 : 0.5));
+    const double fraction = linear ? FractionPart(position) : 0.0;
+    const int lower = WholePart(position);
+    const int upper = fraction > 0.0 ? lower + 1 : lower;
+    samples.Lower.push_back(std::clamp(lower, first, last) - first);
+    samples.Upper.push_back(std::clamp(upper, first, last) - first);
+    samples.Fraction.push_back(fraction);
+    samples.Complement.push_back(1.0 - fraction);
+  }
+  return samples;
+}
+
+/// List the voxels in use and let lower and upper count in that list, so that each is blended once
+/// and a coarse slice does not blend those between its pixels.
+inline std::vector<int> ListColumns(AxisSamples& samples, int numberOfVoxels)
+{
+  std::vector<int> place(numberOfVoxels, -1);
+  for (std::size_t i = 0; i < samples.Lower.size(); ++i)
+  {
+    place[samples.Lower[i]] = 0;
+    place[samples.Upper[i]] = 0;
+  }
+  std::vector<int> columns;
+  for (int voxel = 0; voxel < numberOfVoxels; ++voxel)
+  {
+    if (place[voxel] >= 0)
+    {
+      place[voxel] = static_cast<int>(columns.size());
+      columns.push_back(voxel);
+    }
+  }
+  for (std::size_t i = 0; i < samples.Lower.size(); ++i)
+  {
+    samples.Lower[i] = place[samples.Lower[i]];
+    samples.Upper[i] = place[samples.Upper[i]];
+  }
+  return columns;
+}
+
+/// The up to four lines of voxels that surround a row of pixels, with their weights.
+template <typename T>
+struct LineBlend
+{
+  const T* Lines[4] = {};
+  double Weights[4] = {};
+  int Count = 0;
+
+  void Add(const T* line, double weight)
+  {
+    if (weight > 0.0)
+    {
+      this->Lines[this->Count] = line;
+      this->Weights[this->Count] = weight;
+      ++this->Count;
+    }
+  }
+};
+
+/// The weighted sums by column. Values of 16 and weights of 32 binary digits leave nothing to
+/// round, so neither the order of the sum nor a left out zero can be seen in the result.
+template <int Count, typename T, typename Offset>
+void SumLines(const LineBlend<T>& blend, int numberOfColumns, const Offset& offset, double* sums)
+{
+  for (int column = 0; column < numberOfColumns; ++column)
+  {
+    const std::ptrdiff_t place = offset(column);
+    double sum = blend.Weights[0] * blend.Lines[0][place];
+    for (int line = 1; line < Count; ++line)
+    {
+      sum += blend.Weights[line] * blend.Lines[line][place];
+    }
+    sums[column] = sum;
+  }
+}
+
+template <typename T, typename Offset>
+void SumLines(const LineBlend<T>& blend, int numberOfColumns, const Offset& offset, double* sums)
+{
+  switch (blend.Count)
+  {
+    case 1:
+      return SumLines<1>(blend, numberOfColumns, offset, sums);
+    case 2:
+      return SumLines<2>(blend, numberOfColumns, offset, sums);
+    default:
+      return SumLines<4>(blend, numberOfColumns, offset, sums);
+  }
+}
+
+template <typename T>
+void SumColumns(const LineBlend<T>& blend, const std::vector<int>& columns, std::ptrdiff_t step,
+  std::vector<double>& sums)
+{
+  const int count = static_cast<int>(columns.size());
+  const int first = columns.front();
+  if (step == 1 && columns.back() - first == count - 1)
+  {
+    SumLines(
+      blend, count, [first](int column) { return first + column; }, sums.data());
+    return;
+  }
+  SumLines(
+    blend, count, [&columns, step](int column) { return columns[column] * step; }, sums.data());
+}
+
+template <typename T>
+void WriteBlendedRow(const AxisSamples& across, const double* sums, T* row)
+{
+  const int count = static_cast<int>(across.Lower.size());
+  const int* const lower = across.Lower.data();
+  const int* const upper = across.Upper.data();
+  const double* const fraction = across.Fraction.data();
+  const double* const complement = across.Complement.data();
+  for (int i = 0; i < count; ++i)
+  {
+    row[i] = RoundToScalar<T>(complement[i] * sums[lower[i]] + fraction[i] * sums[upper[i]]);
+  }
+}
+
+/// Consecutive pixels that show consecutive voxels of a line.
+struct Run
+{
+  std::ptrdiff_t Offset; // of the first voxel
+  int Length;
+};
+
+inline std::vector<Run> ListRuns(const std::vector<int>& voxels, std::ptrdiff_t step)
+{
+  std::vector<Run> runs;
+  for (const int voxel : voxels)
+  {
+    const std::ptrdiff_t offset = voxel * step;
+    if (!runs.empty() && offset == runs.back().Offset + runs.back().Length)
+    {
+      ++runs.back().Length;
+    }
+    else
+    {
+      runs.push_back({ offset, 1 });
+    }
+  }
+  return runs;
+}
+
+/// Copy voxels of a line to a row of pixels, run by run where the runs are worth it.
+template <typename T>
+void CopyVoxels(const T* line, const std::vector<int>& voxels, std::ptrdiff_t step,
+  const std::vector<Run>& runs, T* row)
+{
+  const std::size_t worthwhileLength = 8;
+  const std::size_t count = voxels.size();
+  if (runs.size() * worthwhileLength > count)
+  {
+    for (std::size_t i = 0; i < count; ++i)
+    {
+      row[i] = line[voxels[i] * step];
+    }
+    return;
+  }
+  for (const Run& run : runs)
+  {
+    row = std::copy_n(line + run.Offset, run.Length, row);
+  }
+}
+
+/// A slice whose pixel rows and columns run along axes of the volume.
+template <typename T>
+class AlignedSlice
+{
+public:
+  AlignedSlice(const SliceJob<T>& job, bool linear)
+    : Job(job)
+    , Linear(linear)
+    , AxisAcross(FindOnlyAxis(job.AlongX))
+    , AxisUp(FindOnlyAxis(job.AlongY))
+    , AxisDepth(3 - AxisAcross - AxisUp)
+  {
+    this->Across = SampleAxis(job, this->AxisAcross, { job.OutputExtent[0], job.OutputExtent[1] },
+      job.AlongX[this->AxisAcross], linear);
+    this->Up = SampleAxis(job, this->AxisUp, { job.OutputExtent[2], job.OutputExtent[3] },
+      job.AlongY[this->AxisUp], linear);
+    this->Depth = SampleAxis(job, this->AxisDepth, { 0, 0 }, 0.0, linear);
+    if (!linear)
+    {
+      this->Runs = ListRuns(this->Across.Lower, job.InputStep[this->AxisAcross]);
+      return;
+    }
+    this->Columns = ListColumns(this->Across, this->GetNumberOfVoxels(this->AxisAcross));
+    this->Sums.resize(this->Columns.size());
+  }
+
+  void Write()
+  {
+    const SliceJob<T>& job = this->Job;
+    const bool hit = !this->Across.Inside.IsEmpty() && !this->Depth.Inside.IsEmpty();
+    for (int y = job.OutputExtent[2]; y <= job.OutputExtent[3]; ++y)
+    {
+      T* const row = job.Output + (y - job.OutputExtent[2]) * job.OutputRowStep;
+      const bool inside = hit && y >= this->Up.Inside.First && y <= this->Up.Inside.Last;
+      FillOutside(job, row, inside ? this->Across.Inside : Span{ 0, -1 });
+      if (inside)
+      {
+        this->WriteRow(
+          y - this->Up.Inside.First, row + (this->Across.Inside.First - job.OutputExtent[0]));
+      }
+    }
+  }
+
+private:
+  int GetNumberOfVoxels(int axis) const
+  {
+    return this->Job.InputExtent[2 * axis + 1] - this->Job.InputExtent[2 * axis] + 1;
+  }
+
+  void WriteRow(int y, T* row)
+  {
+    if (this->Linear)
+    {
+      SumColumns(
+        this->GetBlend(y), this->Columns, this->Job.InputStep[this->AxisAcross], this->Sums);
+      WriteBlendedRow(this->Across, this->Sums.data(), row);
+    }
+    else if (y > 0 && this->Up.Lower[y] == this->Up.Lower[y - 1])
+    {
+      std::copy_n(row - this->Job.OutputRowStep, this->Across.Lower.size(), row);
+    }
+    else
+    {
+      CopyVoxels(this->GetLine(this->Up.Lower[y], this->Depth.Lower[0]), this->Across.Lower,
+        this->Job.InputStep[this->AxisAcross], this->Runs, row);
+    }
+  }
+
+  const T* GetLine(int up, int depth) const
+  {
+    return this->Job.Input + up * this->Job.InputStep[this->AxisUp] +
+      depth * this->Job.InputStep[this->AxisDepth];
+  }
+
+  LineBlend<T> GetBlend(int y) const
+  {
+    LineBlend<T> blend;
+    for (const bool upper : { false, true })
+    {
+      const int up = upper ? this->Up.Upper[y] : this->Up.Lower[y];
+      const double weight = upper ? this->Up.Fraction[y] : this->Up.Complement[y];
+      blend.Add(this->GetLine(up, this->Depth.Lower[0]), weight * this->Depth.Complement[0]);
+      blend.Add(this->GetLine(up, this->Depth.Upper[0]), weight * this->Depth.Fraction[0]);
+    }
+    return blend;
+  }
+
+  const SliceJob<T>& Job;
+  const bool Linear;
+  const int AxisAcross;
+  const int AxisUp;
+  const int AxisDepth;
+  AxisSamples Across;
+  AxisSamples Up;
+  AxisSamples Depth;
+  std::vector<int> Columns; // the voxels across that a linear slice needs
+  std::vector<double> Sums; // by column, for the row being written
+  std::vector<Run> Runs;    // of a nearest slice
+};
+
+// ---------------------------------------------------------------------------------------------
+// Oblique slices: every pixel lies in a cell of its own.
+
+/// The coordinates of one row of pixels, added up in the order in which the stock filter does.
+struct RowLine
+{
+  double Start[3];
+  double Step[3];
+
+  template <typename T>
+  RowLine(const SliceJob<T>& job, int y)
+  {
+    for (int axis = 0; axis < 3; ++axis)
+    {
+      this->Start[axis] = job.Origin[axis] + y * job.AlongY[axis];
+      this->Step[axis] = job.AlongX[axis];
+    }
+  }
+
+  double At(int axis, int x) const { return this->Start[axis] + x * this->Step[axis]; }
+};
+
+template <typename T>
+Span FindPixelsBetween(
+  const SliceJob<T>& job, const RowLine& line, Span pixels, double belowFirst, double beyondLast)
+{
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    pixels = FindBetween(pixels, line.Start[axis], line.Step[axis],
+      job.InputExtent[2 * axis] - belowFirst, job.InputExtent[2 * axis + 1] + beyondLast);
+  }
+  return pixels;
+}
+
+template <typename T>
+void WriteNearestPixels(const SliceJob<T>& job, const RowLine& line, Span pixels, T* row)
+{
+  const T* const input = job.Input - job.InputExtent[0] * job.InputStep[0] -
+    job.InputExtent[2] * job.InputStep[1] - job.InputExtent[4] * job.InputStep[2];
+  for (int x = pixels.First; x <= pixels.Last; ++x)
+  {
+    row[x - job.OutputExtent[0]] = input[RoundToVoxel(line.At(0, x)) * job.InputStep[0] +
+      RoundToVoxel(line.At(1, x)) * job.InputStep[1] +
+      RoundToVoxel(line.At(2, x)) * job.InputStep[2]];
+  }
+}
+
+/// One pixel of which some neighbours may lie outside the volume: they are those at its face.
+template <typename T>
+T SampleAtFace(const SliceJob<T>& job, const RowLine& line, int x)
+{
+  std::ptrdiff_t offset[3][2];
+  double weight[3][2];
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    const int first = job.InputExtent[2 * axis];
+    const int last = job.InputExtent[2 * axis + 1];
+    const std::uint64_t position = ToFixedPoint(line.At(axis, x));
+    const int lower = WholePart(position);
+    weight[axis][1] = FractionPart(position);
+    weight[axis][0] = 1.0 - weight[axis][1];
+    offset[axis][0] = (std::clamp(lower, first, last) - first) * job.InputStep[axis];
+    offset[axis][1] = (std::clamp(lower + 1, first, last) - first) * job.InputStep[axis];
+  }
+  double sums[2] = {};
+  for (int corner = 0; corner < 8; ++corner)
+  {
+    const int i = corner & 1;
+    const int j = (corner >> 1) & 1;
+    const int k = corner >> 2;
+    sums[i] += weight[1][j] * weight[2][k] * job.Input[offset[0][i] + offset[1][j] + offset[2][k]];
+  }
+  return RoundToScalar<T>(weight[0][0] * sums[0] + weight[0][1] * sums[1]);
+}
+
+/// Pixels all of whose eight neighbours lie in the volume.
+template <typename T>
+void WriteInnerPixels(const SliceJob<T>& job, const RowLine& line, Span pixels, T* row)
+{
+  const std::ptrdiff_t stepX = job.InputStep[0];
+  const std::ptrdiff_t stepY = job.InputStep[1];
+  const std::ptrdiff_t stepZ = job.InputStep[2];
+  const T* const input = job.Input - job.InputExtent[0] * stepX - job.InputExtent[2] * stepY -
+    job.InputExtent[4] * stepZ;
+  for (int x = pixels.First; x <= pixels.Last; ++x)
+  {
+    const std::uint64_t positionX = ToFixedPoint(line.At(0, x));
+    const std::uint64_t positionY = ToFixedPoint(line.At(1, x));
+    const std::uint64_t positionZ = ToFixedPoint(line.At(2, x));
+    const double fx = FractionPart(positionX);
+    const double fy = FractionPart(positionY);
+    const double fz = FractionPart(positionZ);
+    const double weights[4] = { (1.0 - fy) * (1.0 - fz), fy * (1.0 - fz), (1.0 - fy) * fz,
+      fy * fz };
+    const T* const p = input + WholePart(positionX) * stepX + WholePart(positionY) * stepY +
+      WholePart(positionZ) * stepZ;
+    const T* const lines[4] = { p, p + stepY, p + stepZ, p + stepY + stepZ };
+    double lower = 0.0;
+    double upper = 0.0;
+    for (int i = 0; i < 4; ++i)
+    {
+      lower += weights[i] * lines[i][0];
+      upper += weights[i] * lines[i][stepX];
+    }
+    row[x - job.OutputExtent[0]] = RoundToScalar<T>((1.0 - fx) * lower + fx * upper);
+  }
+}
+
+template <typename T>
+void WriteObliqueRow(const SliceJob<T>& job, int y, bool linear, T* row)
+{
+  const RowLine line(job, y);
+  Span inside{ job.OutputExtent[0], job.OutputExtent[1] };
+  if (!linear)
+  {
+    for (int axis = 0; axis < 3; ++axis)
+    {
+      inside = FindNearestBetween(inside, line.Start[axis], line.Step[axis],
+        job.InputExtent[2 * axis], job.InputExtent[2 * axis + 1]);
+    }
+    FillOutside(job, row, inside);
+    return WriteNearestPixels(job, line, inside, row);
+  }
+  inside = FindPixelsBetween(job, line, inside, job.Border, job.Border);
+  FillOutside(job, row, inside);
+  Span inner = FindPixelsBetween(job, line, inside, 0.0, -FractionUnit);
+  if (inner.IsEmpty())
+  {
+    inner = { inside.Last + 1, inside.Last };
+  }
+  for (int x = inside.First; x < inner.First; ++x)
+  {
+    row[x - job.OutputExtent[0]] = SampleAtFace(job, line, x);
+  }
+  WriteInnerPixels(job, line, inner, row);
+  for (int x = inner.Last + 1; x <= inside.Last; ++x)
+  {
+    row[x - job.OutputExtent[0]] = SampleAtFace(job, line, x);
+  }
+}
+
+template <typename T>
+void WriteObliqueSlice(const SliceJob<T>& job, bool linear)
+{
+  for (int y = job.OutputExtent[2]; y <= job.OutputExtent[3]; ++y)
+  {
+    WriteObliqueRow(job, y, linear, job.Output + (y - job.OutputExtent[2]) * job.OutputRowStep);
+  }
+}
+}
+
+#endif
