@@ -118,9 +118,7 @@ void zvPointWidget::PlaceWidget(double bounds[6])
   double placed[6];
   double center[3];
   this->AdjustBounds(bounds, placed, center);
-  // The position first: in translation mode it takes the old bounds along.
-  this->Cursor3D->SetFocalPoint(center);
-  this->Cursor3D->SetModelBounds(placed);
+  this->SetCursor(placed, center);
   this->Cursor3D->Update();
   std::copy_n(placed, 6, this->InitialBounds);
   this->InitialLength = DiagonalOf(placed);
@@ -395,9 +393,7 @@ void zvPointWidget::Translate(double* p1, double* p2)
   {
     bounds[i] = this->Cursor3D->GetModelBounds()[i] + motion[i / 2];
   }
-  // The position first: in translation mode it takes the old bounds along.
-  this->Cursor3D->SetFocalPoint(position);
-  this->Cursor3D->SetModelBounds(bounds);
+  this->SetCursor(bounds, position);
 }
 
 void zvPointWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
@@ -429,6 +425,15 @@ void zvPointWidget::CreateDefaultProperties()
   this->SelectedProperty->SetDiffuse(0.0); // lines add both up: full ambient light leaves no room
   this->SelectedProperty->SetAmbientColor(1.0, 0.0, 0.0);
   this->SelectedProperty->SetLineWidth(2.0);
+}
+
+// The bounds before the position, which is kept in them, and again after it, since in translation
+// mode it takes them along.
+void zvPointWidget::SetCursor(const double bounds[6], double position[3])
+{
+  this->Cursor3D->SetModelBounds(bounds);
+  this->Cursor3D->SetFocalPoint(position);
+  this->Cursor3D->SetModelBounds(bounds);
 }
 
 bool zvPointWidget::PickCross()

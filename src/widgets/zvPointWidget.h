@@ -156,6 +156,7 @@ protected:
   /// Steps that the handlers share. None minds that an observer has disabled the widget or taken
   /// its interactor.
   void CreateDefaultProperties();
+  void SetCursor(const double bounds[6], double position[3]);
   bool PickCross();
   void BeginInteraction();
   void FinishInteraction();
