@@ -218,6 +218,17 @@ TEST_F(ImagePlaneGeometry, PlaceWidgetWithoutArgumentsTakesTheInputsBox)
     this->PlaneIs({ { -2, 4.5, 14.5 } }, { { 1.5, 4.5, 14.5 } }, { { -2, 10.75, 14.5 } }));
 }
 
+TEST_F(ImagePlaneGeometry, PlaceWidgetUpdatesThePlaneIfAnythingHasChanged)
+{
+  this->Place(zvtest::UnequalVolume(), 2);
+  this->Widget->UpdatePlane();
+  this->Widget->PlaceWidget();
+  EXPECT_EQ(this->ResliceHeight(), 19.0);
+  this->Widget->Modified();
+  this->Widget->PlaceWidget();
+  EXPECT_EQ(this->ResliceHeight(), 14.5);
+}
+
 TEST_F(ImagePlaneGeometry, UpdatePlacementBringsEverythingUpToDate)
 {
   this->Place(this->Cube(10), 2);
