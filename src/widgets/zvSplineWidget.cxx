@@ -3,6 +3,7 @@
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
+#include "zvListPicker.h"
 #include "zvParametricSpline.h"
 #include "zvPick.h"
 #include "zvViewLookup.h"
@@ -43,7 +44,7 @@ Position MotionBetween(const double* from, const double* to)
 
 vtkSmartPointer<vtkCellPicker> MakePicker(vtkActor* actor)
 {
-  auto picker = vtkSmartPointer<vtkCellPicker>::New();
+  auto picker = vtkSmartPointer<zvListPicker>::New();
   picker->SetTolerance(PickTolerance);
   picker->AddPickList(actor);
   picker->PickFromListOn();
