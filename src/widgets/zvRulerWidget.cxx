@@ -43,9 +43,18 @@ double DistanceBetween(const double* a, const double* b)
   return std::sqrt(vtkMath::Distance2BetweenPoints(a, b));
 }
 
+// The crosses see the events that the ruler passes on. The right button is to reach the host, and
+// is not to end a drag that the ruler goes on with.
+class Cross : public zvPointWidget
+{
+public:
+  void OnRightButtonDown() override {}
+  void OnRightButtonUp() override {}
+};
+
 vtkSmartPointer<zvPointWidget> MakeCross()
 {
-  auto cross = vtkSmartPointer<zvPointWidget>::Take(new zvPointWidget);
+  auto cross = vtkSmartPointer<zvPointWidget>::Take(new Cross);
   vtkCursor3D* cursor = cross->GetCursor3D();
   cursor->AllOff();
   cursor->AxesOn();
@@ -630,6 +639,7 @@ void zvRulerWidget::OnMouseMove()
   else
   {
     this->LabelFollowsEnds = true;
+    this->UpdateLengthLabel(); // the point widget renders, too, when the ends have to stay
     rendered = this->ForwardEvent(vtkCommand::MouseMoveEvent);
     this->LabelFollowsEnds = false;
   }
