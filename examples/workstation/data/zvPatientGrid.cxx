@@ -198,8 +198,7 @@ std::string ResamplingNotice(vtkMatrix4x4* indexToPatient, const Grid& grid)
   return text;
 }
 
-// VTK's sampling, here and in the views, crashes on whole numbers of 64 bits; as double they are
-// exact up to 2^53.
+// VTK's sampling crashes on whole numbers of 64 bits; as double they are exact up to 2^53.
 vtkSmartPointer<vtkImageData> WithKnownType(vtkImageData* voxels)
 {
   switch (voxels->GetScalarType())

@@ -93,7 +93,7 @@ double MeanOf(const Histogram& histogram)
 }
 
 // A volume of one value alone still needs a window that is not empty.
-zvWindowLevel Between(double low, double high)
+zvWindowValues Between(double low, double high)
 {
   return { high > low ? high - low : 1.0, 0.5 * (low + high) };
 }

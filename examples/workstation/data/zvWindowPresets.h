@@ -9,7 +9,7 @@ struct zvVolume;
 
 /// Which values are drawn black and which white: those below level - window / 2 and above
 /// level + window / 2.
-struct zvWindowLevel
+struct zvWindowValues
 {
   double Window = 1.0;
   double Level = 0.0;
@@ -18,7 +18,7 @@ struct zvWindowLevel
 struct zvWindowPreset
 {
   std::string Name;
-  zvWindowLevel Value;
+  zvWindowValues Value;
 };
 
 /// What to offer for a volume.

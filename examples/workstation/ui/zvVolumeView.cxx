@@ -1,0 +1,301 @@
+#include "zvVolumeView.h"
+
+#include "zvCameraStyle.h"
+#include "zvImage3DPlanes.h"
+
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include "vtkCamera.h"
+#include "vtkCommand.h"
+#include "vtkGenericOpenGLRenderWindow.h"
+#include "vtkImageData.h"
+#include "vtkRenderWindowInteractor.h"
+#include "vtkRenderer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+constexpr double BackgroundBottom[3] = { 0.05, 0.06, 0.08 };
+constexpr double BackgroundTop[3] = { 0.13, 0.15, 0.19 };
+
+// Seen from the front, the left and above: each plane shows a good part of itself.
+constexpr double CameraDirection[3] = { 0.75, -1.0, 0.6 };
+// A far eye, so that the volume keeps its proportions.
+constexpr double CameraAngle = 18.0;
+
+// Holds the picture still while several changes are made, and renders once at the end.
+class OneRender
+{
+public:
+  explicit OneRender(vtkRenderWindowInteractor* interactor)
+    : Interactor(interactor)
+  {
+    this->Interactor->EnableRenderOff();
+  }
+  ~OneRender()
+  {
+    this->Interactor->EnableRenderOn();
+    this->Interactor->Render();
+  }
+  OneRender(const OneRender&) = delete;
+  void operator=(const OneRender&) = delete;
+
+private:
+  vtkRenderWindowInteractor* Interactor;
+};
+}
+
+zvVolumeView::zvVolumeView()
+{
+  this->setMode3D(true);
+  this->setMinimumSize(320, 240);
+  this->Renderer->SetBackground(BackgroundBottom[0], BackgroundBottom[1], BackgroundBottom[2]);
+  this->Renderer->SetBackground2(BackgroundTop[0], BackgroundTop[1], BackgroundTop[2]);
+  this->Renderer->GradientBackgroundOn();
+  this->renderWindow()->AddRenderer(this->Renderer);
+  this->interactor()->SetInteractorStyle(vtkNew<zvCameraStyle>());
+  this->Letters.AddTo(this->Renderer);
+  this->Letters.SetVisible(false);
+  // These come after the toolkit has had the event.
+  connect(this, &zvQVTKWidget::mouseEvent, this, &zvVolumeView::HandleMouse);
+  connect(this, &zvQVTKWidget::mouseWheelEvent, this, &zvVolumeView::HandleWheel);
+}
+
+zvVolumeView::~zvVolumeView()
+{
+  this->ReleasePlanes();
+}
+
+void zvVolumeView::ReleasePlanes()
+{
+  if (this->Planes != nullptr)
+  {
+    this->Planes->Delete();
+    this->Planes = nullptr;
+  }
+}
+
+void zvVolumeView::ShowVolume(const zvVolume& volume, const zvWindowValues& value)
+{
+  {
+    const OneRender render(this->interactor());
+    this->ReleasePlanes();
+    this->Volume = volume;
+    this->Drag.End();
+    this->Planes = new zvImage3DPlanes;
+    this->Planes->SetImage(volume.Image);
+    this->Planes->SetRender(this->Renderer);
+    this->Planes->Create();
+    this->Planes->Show();
+    this->Planes->AddObserver(vtkCommand::StartInteractionEvent, this, &zvVolumeView::HandleVoxel);
+    this->Letters.Place(volume.Image->GetBounds());
+    this->Letters.SetVisible(volume.IsOrientationKnown);
+    this->PlaceCamera();
+  }
+  this->SetWindowLevel(value);
+  this->KnownSlices = this->GetSlices();
+  emit slicesChanged();
+}
+
+void zvVolumeView::PlaceCamera()
+{
+  vtkCamera* camera = this->Renderer->GetActiveCamera();
+  camera->SetFocalPoint(0.0, 0.0, 0.0);
+  camera->SetPosition(CameraDirection);
+  camera->SetViewUp(0.0, 0.0, 1.0);
+  camera->SetViewAngle(CameraAngle);
+  this->Renderer->ResetCamera(this->Volume.Image->GetBounds());
+  this->Renderer->ResetCameraClippingRange();
+}
+
+int zvVolumeView::GetSlice(int axis) const
+{
+  return this->GetSlices()[static_cast<std::size_t>(axis)];
+}
+
+std::array<int, 3> zvVolumeView::GetSlices() const
+{
+  if (!this->HasVolume())
+  {
+    return { { 0, 0, 0 } };
+  }
+  return { { this->Planes->GetSliceX(), this->Planes->GetSliceY(), this->Planes->GetSliceZ() } };
+}
+
+int zvVolumeView::GetSliceCount(int axis) const
+{
+  int counts[3] = { 0, 0, 0 };
+  if (this->HasVolume())
+  {
+    this->Planes->GetDimension(counts);
+  }
+  return counts[axis];
+}
+
+void zvVolumeView::SetSlice(int axis, int index)
+{
+  if (!this->HasVolume())
+  {
+    return;
+  }
+  switch (axis)
+  {
+    case 0:
+      this->Planes->SetSliceX(index);
+      break;
+    case 1:
+      this->Planes->SetSliceY(index);
+      break;
+    default:
+      this->Planes->SetSliceZ(index);
+      break;
+  }
+  this->KnownSlices = this->GetSlices();
+  this->interactor()->Render();
+}
+
+void zvVolumeView::SetWindowLevel(const zvWindowValues& value)
+{
+  if (!this->HasVolume())
+  {
+    return;
+  }
+  {
+    const OneRender render(this->interactor());
+    this->Value = value;
+    this->Planes->SetWindowLevel(value.Window, value.Level);
+  }
+  emit windowLevelChanged();
+}
+
+double zvVolumeView::GetFullWindow() const
+{
+  const double* range = this->Volume.Image->GetScalarRange();
+  return range[1] > range[0] ? range[1] - range[0] : 1.0;
+}
+
+void zvVolumeView::TurnPlanes(int axis, double degrees)
+{
+  if (!this->HasVolume())
+  {
+    return;
+  }
+  {
+    const OneRender render(this->interactor());
+    double direction[3] = { 0.0, 0.0, 0.0 };
+    direction[axis] = 1.0;
+    double centre[3];
+    this->Volume.Image->GetCenter(centre);
+    this->Planes->Rotate(degrees, direction, centre);
+  }
+  this->KnownSlices = this->GetSlices();
+  emit slicesChanged();
+}
+
+void zvVolumeView::StraightenPlanes()
+{
+  if (!this->HasVolume())
+  {
+    return;
+  }
+  {
+    const OneRender render(this->interactor());
+    vtkNew<vtkCamera> camera;
+    camera->DeepCopy(this->Renderer->GetActiveCamera());
+    this->Planes->ResetPlanes();
+    this->Renderer->GetActiveCamera()->DeepCopy(camera);
+  }
+  this->KnownSlices = this->GetSlices();
+  emit slicesChanged();
+}
+
+void zvVolumeView::ResetView()
+{
+  if (!this->HasVolume())
+  {
+    return;
+  }
+  this->StraightenPlanes();
+  this->PlaceCamera();
+  this->interactor()->Render();
+}
+
+void zvVolumeView::HandleMouse(QMouseEvent* event)
+{
+  if (!this->HasVolume())
+  {
+    return;
+  }
+  this->DragWindowLevel(event);
+  const std::array<int, 3> slices = this->GetSlices();
+  if (slices != this->KnownSlices)
+  {
+    this->KnownSlices = slices;
+    emit slicesChanged();
+  }
+}
+
+// The right button stays out of the toolkit as long as Shift is up, so it is the program's.
+void zvVolumeView::DragWindowLevel(QMouseEvent* event)
+{
+  switch (event->type())
+  {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      if (event->button() == Qt::RightButton && !(event->modifiers() & Qt::ShiftModifier))
+      {
+        this->Drag.Begin(event->pos(), this->Value, this->GetFullWindow());
+      }
+      break;
+    case QEvent::MouseMove:
+      if (this->Drag.IsRunning())
+      {
+        this->SetWindowLevel(this->Drag.MoveTo(event->pos(), this->size()));
+      }
+      break;
+    case QEvent::MouseButtonRelease:
+      if (event->button() == Qt::RightButton)
+      {
+        this->Drag.End();
+      }
+      break;
+    default:
+      break;
+  }
+}
+
+void zvVolumeView::HandleWheel(QWheelEvent* event)
+{
+  if (!this->HasVolume())
+  {
+    return;
+  }
+  constexpr double perNotch = 1.1, unitsPerNotch = 120.0;
+  const double notches = event->angleDelta().y() / unitsPerNotch;
+  this->Renderer->GetActiveCamera()->Dolly(std::pow(perNotch, notches));
+  this->Renderer->ResetCameraClippingRange();
+  this->interactor()->Render();
+}
+
+// The widget tells a release after every left drag; before the first voxel is read it has none.
+void zvVolumeView::HandleVoxel()
+{
+  const double index[3] = { this->Planes->GetXOfLastClickedVoxel(),
+    this->Planes->GetYOfLastClickedVoxel(), this->Planes->GetZOfLastClickedVoxel() };
+  if (index[0] == 0.0 && index[1] == 0.0 && index[2] == 0.0)
+  {
+    return;
+  }
+  zvVoxel voxel;
+  for (int a = 0; a < 3; ++a)
+  {
+    voxel.Index[a] = static_cast<int>(std::lround(index[a]));
+    voxel.Position[a] =
+      this->Volume.Image->GetOrigin()[a] + voxel.Index[a] * this->Volume.Image->GetSpacing()[a];
+  }
+  voxel.Value = this->Planes->GetIntensityOfLastClickedVoxel();
+  emit voxelRead(voxel);
+}

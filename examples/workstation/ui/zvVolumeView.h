@@ -1,0 +1,96 @@
+#ifndef zvVolumeView_h
+#define zvVolumeView_h
+
+#include "zvOrientationLetters.h"
+#include "zvQVTKWidget.h"
+#include "zvVolume.h"
+#include "zvWindowLevelDrag.h"
+#include "zvWindowPresets.h"
+
+#include "vtkNew.h"
+
+#include <array>
+
+class vtkRenderer;
+class zvImage3DPlanes;
+
+/// A voxel that the user has asked for.
+struct zvVoxel
+{
+  std::array<int, 3> Index{ { 0, 0, 0 } };
+  std::array<double, 3> Position{ { 0.0, 0.0, 0.0 } }; // millimetres in LPS
+  double Value = 0.0;
+};
+
+/// The 3D view: the three planes of a volume, and what the mouse does there.
+///
+/// left drag on a plane             moves the plane through the volume
+/// left with Shift on a plane       reads the voxel under the mouse
+/// left drag beside the planes,
+///   middle drag                    turns the camera (see zvCameraStyle)
+/// right drag                       changes window and level
+/// wheel                            goes nearer and further
+///
+/// Axes are 0, 1 and 2 for x, y and z everywhere. All operations that change the picture render it.
+/// Without a volume they do nothing.
+class zvVolumeView : public zvQVTKWidget
+{
+  Q_OBJECT
+
+public:
+  zvVolumeView();
+  ~zvVolumeView() override;
+
+  /// Show a volume in place of the one before, with its planes in the middle.
+  void ShowVolume(const zvVolume& volume, const zvWindowValues& value);
+  bool HasVolume() const { return this->Planes != nullptr; }
+  const zvVolume& GetVolume() const { return this->Volume; }
+
+  /// The slices of an axis' plane, counted from 0. On a plane that has been turned they count the
+  /// positions that it can take along its normal.
+  int GetSlice(int axis) const;
+  int GetSliceCount(int axis) const;
+  void SetSlice(int axis, int index);
+
+  zvWindowValues GetWindowLevel() const { return this->Value; }
+  void SetWindowLevel(const zvWindowValues& value);
+
+  /// Turn the three planes together about the volume's middle.
+  void TurnPlanes(int axis, double degrees);
+  /// Make them orthogonal again and put them in the middle, without moving the camera.
+  void StraightenPlanes();
+  /// That, and the camera as in the beginning.
+  void ResetView();
+
+  /// The widget, null without a volume; owned by the view.
+  zvImage3DPlanes* GetPlanes() const { return this->Planes; }
+  vtkRenderer* GetRenderer() const { return this->Renderer; }
+
+signals:
+  /// After a plane has moved by the mouse, or the planes have been turned or straightened.
+  void slicesChanged();
+  /// After window or level have changed, by the mouse or by SetWindowLevel.
+  void windowLevelChanged();
+  /// After the user has read a voxel.
+  void voxelRead(const zvVoxel& voxel);
+
+private:
+  void HandleMouse(QMouseEvent* event);
+  void HandleWheel(QWheelEvent* event);
+  void HandleVoxel();
+  void DragWindowLevel(QMouseEvent* event);
+  void ReleasePlanes();
+  void PlaceCamera();
+  std::array<int, 3> GetSlices() const;
+  double GetFullWindow() const;
+
+  zvVolume Volume;
+  zvWindowValues Value;
+  zvImage3DPlanes* Planes = nullptr;
+  std::array<int, 3> KnownSlices{ { -1, -1, -1 } };
+  zvWindowLevelDrag Drag;
+  zvOrientationLetters Letters;
+  vtkNew<vtkRenderer> Renderer;
+};
+
+#endif

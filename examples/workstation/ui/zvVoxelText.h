@@ -1,0 +1,19 @@
+#ifndef zvVoxelText_h
+#define zvVoxelText_h
+
+#include <QString>
+
+struct zvVoxel;
+
+/// What the status bar says.
+namespace zvVoxelText
+{
+/// A voxel in words: its index, its place and its value. With a known orientation the place has the
+/// letters of the sides that it lies on, from the frame's origin.
+QString Describe(const zvVoxel& voxel, bool isOrientationKnown);
+
+/// What to say before a voxel has been read.
+QString Hint();
+}
+
+#endif
