@@ -55,7 +55,7 @@ QString zvHelpText::Mouse()
   return QString("<table cellspacing='4'>%1</table><p>%2</p>")
     .arg(rows,
       QCoreApplication::translate("zvHelpText",
-        "Grab a plane in its inner part: its border of a tenth is kept for turning it.<br>"
+        "Grab a plane in its inner part: its border, a tenth of its size, does not move it.<br>"
         "Voxels count from the patient's right, front and feet. R, L, A, P, I and S are the "
         "patient's right, left, front, back, lower and upper side."));
 }

@@ -44,9 +44,15 @@ int zvTour::Run(const QString& path)
   this->Window.SetTellsRefusals(false);
   this->Window.show();
   Settle();
-  const bool isDone = this->ShowVolume(path) && this->VisitAll(path.isEmpty() ? "mri" : "volume") &&
-    this->ShowPhantom() && this->VisitAll("phantom");
-  return isDone ? EXIT_SUCCESS : EXIT_FAILURE;
+  // Without a volume and without the example there is the built-in head alone.
+  const bool hasVolume = !path.isEmpty() || !zvVolumeReader::FindExampleVolume().empty();
+  const QString prefix = path.isEmpty() ? "mri" : "volume";
+  if (hasVolume && !(this->ShowVolume(path) && this->VisitAll(prefix)))
+  {
+    return EXIT_FAILURE;
+  }
+  this->ShowPhantom();
+  return this->VisitAll("phantom") ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 bool zvTour::ShowVolume(const QString& path)
@@ -78,13 +84,12 @@ bool zvTour::ShowVolume(const QString& path)
   return isShown;
 }
 
-bool zvTour::ShowPhantom()
+void zvTour::ShowPhantom()
 {
   QEventLoop loop;
   QObject::connect(&this->Window, &zvMainWindow::shown, &loop, &QEventLoop::quit);
   this->Window.OpenPhantom();
   loop.exec();
-  return true;
 }
 
 bool zvTour::VisitAll(const QString& prefix)

@@ -6,7 +6,8 @@
 class zvMainWindow;
 
 /// Shows the program to nobody: uses its window by mouse events and writes a picture of it at every
-/// station, first of a volume and then of the built-in head.
+/// station, first of a volume and then of the built-in head. The pictures of the example are named
+/// mri-..., those of another volume volume-..., those of the head phantom-....
 class zvTour
 {
 public:
@@ -19,7 +20,7 @@ public:
 
 private:
   bool ShowVolume(const QString& path);
-  bool ShowPhantom();
+  void ShowPhantom();
   bool VisitAll(const QString& prefix);
   void DragSlice();
   void DragWindowLevel();
