@@ -107,7 +107,6 @@ protected:
 }
 
 // ---- What it is, and how it starts
-// ---------------------------------------------------------------
 
 TEST_F(AreaWidget, ReportsItsOwnNameAndItsAncestors)
 {
@@ -178,7 +177,6 @@ TEST_F(AreaWidget, PrintsTheAreaAfterTheFieldsOfTheParent)
 }
 
 // ---- Enabling
-// ------------------------------------------------------------------------------------
 
 TEST_F(AreaWidget, CannotBeEnabledOrDisabledWithoutAnInteractor)
 {
@@ -268,8 +266,17 @@ TEST_F(AreaWidget, TakesTheObserversOfBothLayersAwayTogether)
   EXPECT_EQ(recorder.Count(vtkCommand::RenderEvent), 2);
 }
 
+TEST_F(AreaWidget, HasNoTracesOfItsOwn)
+{
+  this->Curve->DebugMode = true;
+  this->PlaceSquare();
+  this->Pointer.Drag(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }), { { 200, 200 } });
+  this->Pointer.WheelForward({ { 100, 100 } });
+  this->Curve->SetEnabled(0);
+  EXPECT_EQ(this->TakeOutput(), "");
+}
+
 // ---- AddHandle
-// -----------------------------------------------------------------------------------
 
 TEST_F(AreaWidget, AddHandleStartsFromNothing)
 {
@@ -371,7 +378,6 @@ TEST_F(AreaWidget, GrowsOnAfterAnErasure)
 }
 
 // ---- The area and its label
-// ----------------------------------------------------------------------
 
 TEST_F(AreaWidget, TheLabelKeepsItsPaddingAndSitsAtTheMeanOfTheHandles)
 {
@@ -475,7 +481,6 @@ TEST_F(AreaWidget, WithoutAWindowTheLabelTakesTheSizeOfThePlacement)
 }
 
 // ---- The mouse
-// -----------------------------------------------------------------------------------
 
 TEST_F(AreaWidget, APressOutOfTheViewportLeavesTheEventToOthers)
 {
@@ -648,7 +653,6 @@ TEST_F(AreaWidget, TheLabelFollowsTheHandlesInEveryDraggingState)
 }
 
 // ---- What is seen
-// --------------------------------------------------------------------------------
 
 TEST_F(AreaWidget, TheLabelIsSeenInYellowWhereTheHandlesAre)
 {
@@ -678,7 +682,6 @@ TEST_F(AreaWidget, TheLabelIsSeenInTheNewPlaceAtEachMove)
 }
 
 // ---- Curves that are hardly any
-// ------------------------------------------------------------------
 
 TEST_F(AreaWidget, DegenerateCurvesBearEverything)
 {
@@ -724,7 +727,6 @@ TEST_F(AreaWidget, TwoHandlesCanBeClosed)
 }
 
 // ---- Life and death
-// ------------------------------------------------------------------------------
 
 TEST_F(AreaWidget, DeletedWhileEnabledLeavesNothingBehind)
 {

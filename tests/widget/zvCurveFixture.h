@@ -34,6 +34,7 @@ public:
   using Widget::Centroid;
   using Widget::CurrentHandleIndex;
   using Widget::CurveGrabbed;
+  using Widget::DebugMode;
   using Widget::EventCallbackCommand;
   using Widget::HandleActor;
   using Widget::HandlePicker;
