@@ -108,7 +108,10 @@ void zvPointWidget::SetEnabled(int enabling)
     this->Interactor->RemoveObserver(this->EventCallbackCommand);
     this->CurrentRenderer->RemoveActor(this->Actor);
     this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
-    this->SetCurrentRenderer(nullptr);
+    if (!this->Enabled) // an observer may have enabled it again
+    {
+      this->SetCurrentRenderer(nullptr);
+    }
     zvViewLookup::Render(this->Interactor);
   }
 }

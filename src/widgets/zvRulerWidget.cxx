@@ -762,6 +762,8 @@ void zvRulerWidget::BuildPointWidgets()
 void zvRulerWidget::Show()
 {
   this->Enabled = 1;
+  HideCross(this->PointWidget1); // one still shown, by an observer while it is being hidden,
+  HideCross(this->PointWidget2); // would be asked before the ruler
   this->AddObservers();
   this->CurrentRenderer->AddActor(this->LineActor);
   this->LineActor->SetProperty(this->LineProperty);
@@ -784,25 +786,36 @@ void zvRulerWidget::Show()
   this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
 }
 
+// Hiding a cross renders, and an observer of that or of the event may enable the widget again: what
+// it then shows stays.
 void zvRulerWidget::Hide()
 {
   this->Enabled = 0;
   this->State = Start; // the release would not arrive any more
   this->Interactor->RemoveObserver(this->EventCallbackCommand);
   this->CurrentRenderer->RemoveActor(this->LineActor);
-  const vtkSmartPointer<vtkRenderer> renderer = this->CurrentRenderer;
   HideCross(this->PointWidget1);
-  HideCross(this->PointWidget2);
-  zvLengthLabel::Hide(this->ScaleFollower, renderer);
-  renderer->RemoveActor(this->Handle[0]);
-  renderer->RemoveActor(this->Handle[1]);
+  if (!this->Enabled)
+  {
+    HideCross(this->PointWidget2);
+  }
+  if (this->Enabled)
+  {
+    return;
+  }
+  zvLengthLabel::Hide(this->ScaleFollower, this->CurrentRenderer);
+  this->CurrentRenderer->RemoveActor(this->Handle[0]);
+  this->CurrentRenderer->RemoveActor(this->Handle[1]);
   if (this->CurrentPointWidget)
   {
     HideCross(this->CurrentPointWidget);
   }
   this->CurrentHandle = nullptr;
   this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
-  this->SetCurrentRenderer(nullptr);
+  if (!this->Enabled)
+  {
+    this->SetCurrentRenderer(nullptr);
+  }
 }
 
 bool zvRulerWidget::Pick(vtkCellPicker* picker)

@@ -928,6 +928,18 @@ TEST_F(PointWidget, MayBeDisabledOrLoseItsInteractorInItsOwnEvents)
   }
 }
 
+TEST_F(PointWidget, MayBeEnabledAgainWhenItIsDisabled)
+{
+  this->Enable();
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Point, { vtkCommand::DisableEvent },
+    [&](const zvtest::RecordedEvent&) { this->Enable(); });
+  this->Point->SetEnabled(0);
+  EXPECT_EQ(this->Point->GetEnabled(), 1);
+  this->Pointer.Press(zvtest::Left, this->OnCross());
+  EXPECT_EQ(this->Point->State, zvPointWidget::Moving);
+}
+
 TEST_F(PointWidget, DeletedWhileGrabbedLeavesNothingBehind)
 {
   for (bool plainDelete : { false, true })

@@ -1525,6 +1525,46 @@ TEST_F(RulerWidget, MayBeDisabledOrReleasedInAnyOfItsRenders)
   }
 }
 
+TEST_F(RulerWidget, MayBeEnabledAgainWhileItIsDisabled)
+{
+  int victim = -1; // the event at first, then each render
+  for (bool reached = true; reached; ++victim)
+  {
+    SCOPED_TRACE(victim);
+    this->Enable();
+    this->Pointer.Press(zvtest::Left, this->OnLine());
+    zvtest::EventRecorder recorder;
+    int renders = 0;
+    bool done = false;
+    const auto enableAgain = [&](const zvtest::RecordedEvent& event)
+    {
+      if (!done && (event.Id == vtkCommand::DisableEvent ? victim < 0 : renders++ == victim))
+      {
+        done = true;
+        this->Enable();
+      }
+    };
+    recorder.Watch(this->Ruler, { vtkCommand::DisableEvent }, enableAgain);
+    recorder.Watch(this->Scene.Interactor(), { vtkCommand::RenderEvent }, enableAgain);
+    this->Ruler->SetEnabled(0);
+    reached = done;
+    EXPECT_EQ(this->Ruler->GetEnabled(), done ? 1 : 0);
+    if (done)
+    {
+      EXPECT_GE(this->PropsInView(), 4);
+      EXPECT_EQ(this->Ruler->PointWidget1->GetEnabled(), 1);
+      EXPECT_EQ(this->Ruler->PointWidget2->GetEnabled(), 1);
+      this->Pointer.Press(zvtest::Left, this->OnEnd2());
+      EXPECT_EQ(this->Ruler->State, zvRulerWidget::MovingHandle);
+      this->Pointer.Release(zvtest::Left);
+    }
+    done = true;
+    this->Ruler->SetEnabled(0);
+    EXPECT_EQ(this->PropsInView(), 0);
+  }
+  EXPECT_GE(victim, 4);
+}
+
 TEST_F(RulerWidget, DeletedWhileGrabbedLeavesNothingBehind)
 {
   for (const Display& position : { this->OnEnd1(), this->OnLine() })
