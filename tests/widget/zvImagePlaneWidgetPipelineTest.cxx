@@ -1148,6 +1148,23 @@ TEST_F(ImagePlanePipeline, AnEmptyImageIsAnError)
     "Invalid extent [0, -1, 0, -1, 0, -1]. Perhaps the input data is empty?");
 }
 
+TEST_F(ImagePlanePipeline, AnImageEmptyAlongOneAxisIsAnErrorToo)
+{
+  const char* const extents[3] = { "0, -1, 0, 2, 0, 2", "0, 2, 0, -1, 0, 2", "0, 2, 0, 2, 0, -1" };
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    SCOPED_TRACE(axis);
+    int extent[6] = { 0, 2, 0, 2, 0, 2 };
+    extent[2 * axis + 1] = -1;
+    vtkNew<vtkImageData> empty;
+    empty->SetExtent(extent);
+    this->Widget->SetInput(empty);
+    this->Widget->UpdatePlane();
+    this->ExpectVtkError("zvImagePlaneWidget", "vtkPolyDataSourceWidget", this->Widget.get(),
+      std::string("Invalid extent [") + extents[axis] + "]. Perhaps the input data is empty?");
+  }
+}
+
 TEST_F(ImagePlanePipeline, APlaneTooFineIsAnErrorAndSamplesNothing)
 {
   zvtest::VolumeOptions options = this->Cube(3);
