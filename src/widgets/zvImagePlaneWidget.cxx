@@ -46,7 +46,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <string>
+#include <cstdlib>
 
 namespace
 {
@@ -353,6 +353,8 @@ void zvImagePlaneWidget::CreateDefaultProperties()
   if (!this->TexturePlaneProperty)
   {
     this->TexturePlaneProperty = NewPlainProperty();
+    // There is nothing to light, and a frame takes less without it.
+    this->TexturePlaneProperty->LightingOff();
   }
 }
 
@@ -996,7 +998,8 @@ void zvImagePlaneWidget::UpdateCursor(int X, int Y)
   {
     return;
   }
-  this->Reslice->GetInputAlgorithm()->Update();
+  vtkAlgorithmOutput* port = this->Reslice->GetInputConnection(0, 0);
+  port->GetProducer()->Update(port->GetIndex());
   zvPick::At(this->PlanePicker, X, Y, this->CurrentRenderer);
   this->CurrentImageValue = NoValue;
   this->CursorActor->VisibilityOn();
@@ -1205,7 +1208,7 @@ void zvImagePlaneWidget::SetInputConnection(vtkAlgorithmOutput* port)
   this->ImageData = image;
   this->UseImageRange();
   this->ConnectPipeline(port);
-  this->ShowImage(true);
+  this->ShowImage(zvImageGrid::HasVoxels(image));
 }
 
 bool zvImagePlaneWidget::RefuseTurnedImage(bool hasIdentityDirection)
@@ -1232,7 +1235,10 @@ void zvImagePlaneWidget::DetachInput()
 bool zvImagePlaneWidget::TakeImage()
 {
   this->ImageData = this->Reslice ? vtkImageData::SafeDownCast(this->Reslice->GetInput()) : nullptr;
-  this->ShowImage(this->ImageData != nullptr);
+  if (!this->ImageData)
+  {
+    this->ShowImage(false);
+  }
   return this->ImageData != nullptr;
 }
 
@@ -1518,7 +1524,10 @@ vtkTexture* zvImagePlaneWidget::GetTexture()
 
 void zvImagePlaneWidget::SetTextProperty(vtkTextProperty* property)
 {
-  this->TextActor->SetTextProperty(property);
+  if (property)
+  {
+    this->TextActor->SetTextProperty(property);
+  }
 }
 
 vtkTextProperty* zvImagePlaneWidget::GetTextProperty()
@@ -1693,8 +1702,13 @@ void zvImagePlaneWidget::UpdatePlane()
   }
   this->CutPlane->SetOrigin(this->PlaneSource->GetCenter());
   this->CutPlane->SetNormal(this->PlaneSource->GetNormal());
+  // Taken before the plane moves: rounding may not make it a voxel wider, and so twice as fine.
+  double vector1[3];
+  double vector2[3];
+  this->GetVector1(vector1);
+  this->GetVector2(vector2);
   this->CenterOnCut();
-  this->SampleReslice(grid.Spacing);
+  this->SampleReslice(vector1, vector2, grid.Spacing);
 }
 
 void zvImagePlaneWidget::CenterOnCut()
@@ -1724,12 +1738,8 @@ bool zvImagePlaneWidget::UpdateCut()
   return true;
 }
 
-void zvImagePlaneWidget::SampleReslice(const double spacing[3])
+void zvImagePlaneWidget::SampleReslice(double axis1[3], double axis2[3], const double spacing[3])
 {
-  double axis1[3];
-  double axis2[3];
-  this->GetVector1(axis1);
-  this->GetVector2(axis2);
   const double width = vtkMath::Normalize(axis1);
   const double height = vtkMath::Normalize(axis2);
   zvReslicePlane::SetResliceAxes(axis1, axis2, this->PlaneSource->GetNormal(),
@@ -2031,7 +2041,8 @@ void zvImagePlaneWidget::Push(int distance)
   {
     return;
   }
-  for (long long i = std::llabs(distance); i > 0; --i)
+  const long long steps = std::llabs(distance);
+  for (long long i = std::min<long long>(steps, zvObliqueSlices::MaximumSteps); i > 0; --i)
   {
     this->PlaneSource->Push(length);
     polygon = zvObliqueSlices::Moved(polygon, step);
@@ -2131,10 +2142,13 @@ void zvImagePlaneWidget::TurnPlane(const double center[3], double angle, const d
 
 void zvImagePlaneWidget::Rotate(double angle, double* axis, double* center)
 {
+  // Copied, as a host may pass the plane's own centre and normal, which are about to change.
+  const double fixedAxis[3] = { axis[0], axis[1], axis[2] };
+  const double fixedCenter[3] = { center[0], center[1], center[2] };
   this->EnlargeBeforeTurning();
   this->PlaneOrientation = Oblique;
-  std::copy_n(center, 3, this->RotationCenter);
-  this->TurnPlane(center, angle, axis);
+  std::copy_n(fixedCenter, 3, this->RotationCenter);
+  this->TurnPlane(fixedCenter, angle, fixedAxis);
   this->PlaneSource->Modified();
   this->PlaneSource->Update();
   this->Modified();

@@ -155,8 +155,9 @@ public:
   /// or resample it."
   ///
   /// Sets the table range (unless UserControlledLookupTable), the original and current window and
-  /// level from the scalar range; a range that is empty or not finite counts as 0 to 1. The plane
-  /// stays where it is: go on with SetPlaneOrientation, PlaceWidget or UpdatePlacement.
+  /// level from the scalar range; a range that is empty or not finite counts as 0 to 1. Integers of
+  /// 64 bits are sampled as doubles, and an image without voxels shows nothing. The plane stays where it is: go on with SetPlaneOrientation,
+  /// PlaceWidget or UpdatePlacement.
   /// Calls Modified. Renders when the window or level changes while the widget is enabled.
   virtual void SetInput(vtkDataSet* input);
 
@@ -243,7 +244,7 @@ public:
 
   ///@{
   /// Properties of the cursor (red) and the margins (blue), which no renderer shows, and of the
-  /// slice itself (used from the next SetEnabled on). A reference is kept, the setters call
+  /// slice itself (unlit, used from the next SetEnabled on). A reference is kept, the setters call
   /// Modified.
   virtual void SetCursorProperty(vtkProperty* property);
   virtual vtkProperty* GetCursorProperty();
@@ -416,7 +417,7 @@ public:
   vtkTexture* GetTexture();
 
   ///@{
-  /// How the text is drawn.
+  /// How the text is drawn. Null is ignored.
   void SetTextProperty(vtkTextProperty* property);
   vtkTextProperty* GetTextProperty();
   ///@}
@@ -432,7 +433,7 @@ public:
   void UpdatePlane();
 
   /// The interaction state, a WidgetState.
-  vtkGetMacro(State, int);
+  int GetState() { return this->State; }
 
   /// Place the plane at the far bound of the image, with its normal along axis \a i (0 x, 2 z, any
   /// other value y). Without an image: VTK error "SetInput() before setting plane orientation.",
@@ -506,7 +507,9 @@ public:
   ///@}
 
   ///@{
-  /// The point (world) about which the host turns the planes; kept here, not used. No Modified.
+  /// The point (world) about which the plane was turned last. It starts at the plane's centre and
+  /// follows SetSliceIndex. The widget turns about the points that it is given; this is kept for
+  /// the host. No Modified.
   void SetRotationCenter(double* center);
   void GetRotationCenter(double* center);
   ///@}
@@ -676,7 +679,7 @@ private:
 
   void CenterOnCut();
   bool UpdateCut();
-  void SampleReslice(const double spacing[3]);
+  void SampleReslice(double axis1[3], double axis2[3], const double spacing[3]);
   double GetStepLength();
   void GetStep(double length, double step[3]);
   bool PushSteps(int steps, int index);

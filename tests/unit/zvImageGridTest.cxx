@@ -72,3 +72,16 @@ TEST_F(ImageGrid, TheNearestIndexRoundsHalvesAwayFromZero)
   EXPECT_EQ(zvImageGrid::NearestIndex(5.0, 1.0, 0.0), 0);
   EXPECT_EQ(zvImageGrid::NearestIndex(5.0, 1.0, std::nan("")), 0);
 }
+
+TEST_F(ImageGrid, AnImageHasVoxelsIfEachHasItsScalars)
+{
+  EXPECT_TRUE(zvImageGrid::HasVoxels(zvtest::MakeIndexVolume()));
+  vtkNew<vtkImageData> image;
+  EXPECT_FALSE(zvImageGrid::HasVoxels(image));
+  image->SetDimensions(3, 3, 3);
+  EXPECT_FALSE(zvImageGrid::HasVoxels(image));
+  image->AllocateScalars(VTK_SHORT, 1);
+  EXPECT_TRUE(zvImageGrid::HasVoxels(image));
+  image->SetDimensions(3, 3, 4);
+  EXPECT_FALSE(zvImageGrid::HasVoxels(image));
+}

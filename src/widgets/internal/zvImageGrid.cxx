@@ -4,9 +4,11 @@
 
 #include "vtkAlgorithm.h"
 #include "vtkAlgorithmOutput.h"
+#include "vtkDataArray.h"
 #include "vtkImageData.h"
 #include "vtkInformation.h"
 #include "vtkMatrix3x3.h"
+#include "vtkPointData.h"
 #include "vtkStreamingDemandDrivenPipeline.h"
 
 #include <algorithm>
@@ -56,6 +58,13 @@ zvImageGrid::Grid zvImageGrid::Read(vtkAlgorithm* consumer)
 bool zvImageGrid::HasIdentityDirection(vtkImageData* image)
 {
   return IsIdentity(image->GetDirectionMatrix()->GetData());
+}
+
+bool zvImageGrid::HasVoxels(vtkImageData* image)
+{
+  vtkDataArray* const scalars = image->GetPointData()->GetScalars();
+  return scalars && scalars->GetNumberOfTuples() > 0 &&
+    scalars->GetNumberOfTuples() == image->GetNumberOfPoints();
 }
 
 int zvImageGrid::NearestIndex(double coordinate, double origin, double spacing)

@@ -23,6 +23,9 @@ Grid Read(vtkAlgorithm* consumer);
 /// Whether the axes of \a image are those of the world, exactly.
 bool HasIdentityDirection(vtkImageData* image);
 
+/// Whether \a image has scalars for at least one voxel; without them it cannot be drawn.
+bool HasVoxels(vtkImageData* image);
+
 /// The index nearest to \a coordinate on an axis, halves away from zero. 0 where the spacing is 0
 /// or a value is not a number; never beyond what an int holds.
 int NearestIndex(double coordinate, double origin, double spacing);

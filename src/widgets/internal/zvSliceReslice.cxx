@@ -13,6 +13,7 @@
 #include <vtkNew.h>
 #include <vtkObjectFactory.h>
 #include <vtkPointData.h>
+#include <vtkStreamingDemandDrivenPipeline.h>
 
 #include <algorithm>
 #include <cmath>
@@ -25,6 +26,19 @@ vtkObjectFactoryNewMacro(zvSliceReslice);
 
 namespace
 {
+/// Make a slice of zeros.
+int WriteBackground(vtkInformationVector* outputs)
+{
+  vtkInformation* const information = outputs->GetInformationObject(0);
+  vtkImageData* const slice = vtkImageData::GetData(outputs);
+  int extent[6];
+  information->Get(vtkStreamingDemandDrivenPipeline::UPDATE_EXTENT(), extent);
+  slice->SetExtent(extent);
+  slice->AllocateScalars(information);
+  slice->GetPointData()->GetScalars()->Fill(0.0);
+  return 1;
+}
+
 /// Whether the stock class has no samplers for a scalar type: the integers of 64 bits.
 bool IsWide(int scalarType)
 {
@@ -73,9 +87,12 @@ int zvSliceReslice::RequestData(
     this->UsePermuteExecute = 0;
   }
   vtkDataArray* const scalars = input ? input->GetPointData()->GetScalars() : nullptr;
-  return scalars && IsWide(scalars->GetDataType())
-    ? this->RequestDataAsDoubles(request, inputs, outputs)
-    : this->Superclass::RequestData(request, inputs, outputs);
+  if (!scalars || scalars->GetNumberOfTuples() == 0)
+  {
+    return WriteBackground(outputs);
+  }
+  return IsWide(scalars->GetDataType()) ? this->RequestDataAsDoubles(request, inputs, outputs)
+                                        : this->Superclass::RequestData(request, inputs, outputs);
 }
 
 //------------------------------------------------------------------------------

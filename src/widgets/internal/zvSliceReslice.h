@@ -10,7 +10,8 @@ class vtkDataArray;
 /// Nearest and linear sampling of one slice of short or unsigned char voxels, one component, runs
 /// in loops made for it. The output has the same bytes as that of the stock class. Everything
 /// else is left to the stock class. That has no samplers for integers of 64 bits and would call a
-/// null function, so these are sampled as doubles, and the output is double. Two cases which the
+/// null function, so these are sampled as doubles, and the output is double. A volume without
+/// scalars, which it does not survive either, gives a slice of zeros. Two cases which the
 /// stock class does not survive are sampled as any others: axes one of which is zero, and cubic
 /// samples of a volume of two or three voxels along an axis on which its extent does not start at
 /// 0.
