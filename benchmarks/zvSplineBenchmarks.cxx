@@ -39,12 +39,14 @@ vtkSmartPointer<vtkPoints> MakeRing(int count)
   return points;
 }
 
-/// A small window, so that the frame does not hide the work, that sees the ring.
+/// A small window without multi-sampling, so that the frame does not hide the work, that sees the
+/// ring.
 struct View
 {
   View()
   {
     this->Window->SetOffScreenRendering(1);
+    this->Window->SetMultiSamples(0);
     this->Window->SetSize(300, 300);
     this->Window->AddRenderer(this->Renderer);
     this->Interactor->SetRenderWindow(this->Window);
