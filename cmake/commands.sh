@@ -66,7 +66,7 @@ on_virtual_screen()
   chmod 700 "$runtime"
   status=0
   XDG_RUNTIME_DIR=$runtime LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
-    xvfb-run -a -s '-screen 0 1600x1200x24' "$@" || status=$?
+    xvfb-run -a -s '-screen 0 1600x1200x24 -maxclients 2048' "$@" || status=$?
   rm -rf "$runtime"
   return $status
 }

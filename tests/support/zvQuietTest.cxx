@@ -1,5 +1,7 @@
 #include "zvQuietTest.h"
 
+#include "zvLoadedDrivers.h"
+
 #include "vtkObject.h"
 
 namespace
@@ -17,6 +19,7 @@ namespace zvtest
 {
 QuietTest::QuietTest()
 {
+  KeepDriversLoaded();
   vtkObject::GlobalWarningDisplayOn();
 }
 
