@@ -36,6 +36,7 @@
 #include "vtkMath.h"
 #include "vtkRenderer.h"
 
+#include <cmath>
 #include <functional>
 
 namespace
@@ -359,6 +360,19 @@ TEST_F(Workstation, TheTurnSlidersTurnThePlanesAndTheButtonTurnsThemBack)
   EXPECT_EQ(this->Slices(), (std::array<int, 3>{ { 23, 23, 23 } }));
   EXPECT_EQ(this->CameraPosition(), camera);
   EXPECT_LT(this->Picture().CountDifferent(before), 50);
+}
+
+TEST_F(Workstation, TheClippingRangeStaysAtTheVolumeWhereverThePlanesReach)
+{
+  this->Window.GetTurnPanel()->GetSlider(0)->setValue(25);
+  this->Window.GetTurnPanel()->GetSlider(2)->setValue(-20);
+  this->Hand.Drag(Qt::MiddleButton, QPoint(200, 200), QPoint(240, 210));
+  vtkCamera* camera = this->View()->GetRenderer()->GetActiveCamera();
+  // The ball around a cube of 256 mm and the letters about it, and as much again on either side as
+  // the renderer always leaves.
+  const double radius = 1.3 * 256.0 * std::sqrt(3.0);
+  EXPECT_GE(camera->GetClippingRange()[0], 0.98 * (camera->GetDistance() - radius));
+  EXPECT_LE(camera->GetClippingRange()[1], 1.02 * (camera->GetDistance() + radius));
 }
 
 TEST_F(Workstation, AnObliquePlaneFollowsItsSlider)

@@ -10,6 +10,7 @@
 #include "vtkCommand.h"
 #include "vtkGenericOpenGLRenderWindow.h"
 #include "vtkImageData.h"
+#include "vtkMath.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 
@@ -57,6 +58,8 @@ zvVolumeView::zvVolumeView()
   this->Renderer->GradientBackgroundOn();
   this->renderWindow()->AddRenderer(this->Renderer);
   this->interactor()->SetInteractorStyle(vtkNew<zvCameraStyle>());
+  this->Renderer->AddObserver(
+    vtkCommand::ResetCameraClippingRangeEvent, this, &zvVolumeView::FitClippingRange);
   this->Letters.AddTo(this->Renderer);
   this->Letters.SetVisible(false);
   // These come after the toolkit has had the event.
@@ -66,6 +69,8 @@ zvVolumeView::zvVolumeView()
 
 zvVolumeView::~zvVolumeView()
 {
+  // The renderer may outlive the view by a reference of somebody else.
+  this->Renderer->RemoveObservers(vtkCommand::ResetCameraClippingRangeEvent);
   this->ReleasePlanes();
 }
 
@@ -106,9 +111,36 @@ void zvVolumeView::PlaceCamera()
   camera->SetFocalPoint(0.0, 0.0, 0.0);
   camera->SetPosition(CameraDirection);
   camera->SetViewUp(0.0, 0.0, 1.0);
-  camera->SetViewAngle(CameraAngle);
   this->Renderer->ResetCamera(this->Volume.Image->GetBounds());
+  // That has set the renderer's usual angle; go back so far that the volume fills the view as
+  // before.
+  const double usual = vtkMath::RadiansFromDegrees(0.5 * camera->GetViewAngle());
+  camera->SetViewAngle(CameraAngle);
+  camera->Dolly(std::sin(vtkMath::RadiansFromDegrees(0.5 * CameraAngle)) / std::sin(usual));
   this->Renderer->ResetCameraClippingRange();
+}
+
+// Planes that were turned reach far beyond the volume, though they are drawn only inside it. A
+// range that takes them in begins just before the eye, and then lines behind a plane shine through
+// it.
+void zvVolumeView::FitClippingRange()
+{
+  if (!this->HasVolume() || this->IsFitting)
+  {
+    return;
+  }
+  constexpr double margin = 0.15; // a part of the volume's length, for the letters
+  double bounds[6];
+  this->Volume.Image->GetBounds(bounds);
+  for (int a = 0; a < 3; ++a)
+  {
+    const double room = margin * (bounds[2 * a + 1] - bounds[2 * a]);
+    bounds[2 * a] -= room;
+    bounds[2 * a + 1] += room;
+  }
+  this->IsFitting = true;
+  this->Renderer->ResetCameraClippingRange(bounds);
+  this->IsFitting = false;
 }
 
 int zvVolumeView::GetSlice(int axis) const

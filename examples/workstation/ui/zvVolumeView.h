@@ -81,12 +81,14 @@ private:
   void DragWindowLevel(QMouseEvent* event);
   void ReleasePlanes();
   void PlaceCamera();
+  void FitClippingRange();
   std::array<int, 3> GetSlices() const;
   double GetFullWindow() const;
 
   zvVolume Volume;
   zvWindowValues Value;
   zvImage3DPlanes* Planes = nullptr;
+  bool IsFitting = false;
   std::array<int, 3> KnownSlices{ { -1, -1, -1 } };
   zvWindowLevelDrag Drag;
   zvOrientationLetters Letters;
