@@ -46,6 +46,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 vtkObjectFactoryNewMacro(zvImageViewerWidget);
 
@@ -147,17 +148,41 @@ zvReslicePlane::Corners CornersOf(vtkPlaneSource* source)
   return corners;
 }
 
+// A tool that is enabled may change the list.
 void SetAllEnabled(vtkCollection* tools, int enabling)
 {
+  std::vector<vtkSmartPointer<vtkInteractorObserver>> listed;
   vtkCollectionSimpleIterator at;
   tools->InitTraversal(at);
   while (vtkObject* item = tools->GetNextItemAsObject(at))
   {
-    if (auto* tool = vtkInteractorObserver::SafeDownCast(item))
+    listed.emplace_back(vtkInteractorObserver::SafeDownCast(item));
+  }
+  for (const auto& tool : listed)
+  {
+    if (tool && tools->IsItemPresent(tool))
     {
       tool->SetEnabled(enabling);
     }
   }
+}
+
+// Give up the reference that each tool was made with, then the list's own.
+void ReleaseAll(vtkCollection* tools)
+{
+  vtkCollectionSimpleIterator at;
+  tools->InitTraversal(at);
+  while (vtkObject* tool = tools->GetNextItemAsObject(at))
+  {
+    tool->UnRegister(nullptr);
+  }
+  tools->RemoveAllItems();
+}
+
+// Keeps a widget alive through an observer that releases it; not one that is being destroyed.
+vtkSmartPointer<vtkObject> Hold(vtkObject* widget)
+{
+  return widget->GetReferenceCount() > 0 ? widget : nullptr;
 }
 
 // The foot of a point on the line from an origin along an axis.
@@ -186,7 +211,9 @@ bool HasPoints(vtkCutter* cutter)
 zvImageViewerWidget::zvImageViewerWidget()
 {
   this->EventCallbackCommand->SetCallback(zvImageViewerWidget::ProcessEvents);
+  this->KeyPressCallbackCommand->SetCallback(zvImageViewerWidget::ProcessKeys);
   this->ReplacePipeline();
+  this->MakePropertiesPlain();
   this->BuildLine(this->SliceLine1Source, this->SliceLine1Mapper, this->SliceLine1Actor,
     this->SliceLine1Picker, this->SliceLine1Property);
   this->BuildLine(this->SliceLine2Source, this->SliceLine2Mapper, this->SliceLine2Actor,
@@ -202,6 +229,11 @@ zvImageViewerWidget::~zvImageViewerWidget()
   {
     this->SetEnabled(0);
   }
+  // In this order, and each list at once.
+  ReleaseAll(this->RulerWidgets);
+  ReleaseAll(this->AreaWidgets);
+  ReleaseAll(this->LassoWidgets);
+  ReleaseAll(this->TextNoteWidgets);
 }
 
 // The stock filters and texture give way to those that are quick for a slice.
@@ -227,6 +259,18 @@ void zvImageViewerWidget::ReplacePipeline()
   this->TexturePlaneActor->VisibilityOff();
 }
 
+// The stock properties have an ambient part of 1, to which a diffuse part would be added.
+void zvImageViewerWidget::MakePropertiesPlain()
+{
+  for (vtkProperty* property : { this->PlaneProperty, this->SelectedPlaneProperty,
+         this->CursorProperty, this->MarginProperty, this->TexturePlaneProperty })
+  {
+    property->SetDiffuse(0.0);
+  }
+  // There is nothing to light, and a frame takes less without it.
+  this->TexturePlaneProperty->LightingOff();
+}
+
 void zvImageViewerWidget::BuildLine(vtkLineSource* source, vtkPolyDataMapper* mapper,
   vtkActor* actor, vtkCellPicker* picker, vtkProperty* property)
 {
@@ -246,6 +290,13 @@ void zvImageViewerWidget::ProcessEvents(
   vtkSmartPointer<zvImageViewerWidget> self = static_cast<zvImageViewerWidget*>(clientdata);
   vtkImagePlaneWidget::ProcessEvents(
     object, event, static_cast<vtkImagePlaneWidget*>(self), calldata);
+}
+
+void zvImageViewerWidget::ProcessKeys(
+  vtkObject* object, unsigned long event, void* clientdata, void* calldata)
+{
+  const vtkSmartPointer<vtkObject> hold = Hold(static_cast<vtkObject*>(clientdata));
+  vtkInteractorObserver::ProcessEvents(object, event, clientdata, calldata);
 }
 
 //------------------------------------------------------------------------------
@@ -268,6 +319,7 @@ void zvImageViewerWidget::ShowActor(vtkActor* actor, vtkProperty* property)
 
 void zvImageViewerWidget::SetEnabled(int enabling)
 {
+  const vtkSmartPointer<vtkObject> hold = Hold(this);
   for (vtkCollection* tools :
     { this->RulerWidgets.Get(), this->AreaWidgets.Get(), this->LassoWidgets.Get() })
   {
@@ -363,6 +415,8 @@ void zvImageViewerWidget::SetInputConnection(vtkAlgorithmOutput* port)
 {
   // Its voxel indices mean nothing in another image.
   this->ForgetFill();
+  // Held, as the old connection may be all that keeps the port's producer.
+  const vtkSmartPointer<vtkAlgorithmOutput> hold = port;
   // The stock class would move the plane here.
   this->vtk3DWidget::SetInputConnection(port);
   vtkImageData* image = this->UpdatedInput(port);
@@ -380,7 +434,7 @@ void zvImageViewerWidget::SetInputConnection(vtkAlgorithmOutput* port)
   this->ColorMap->SetInputConnection(this->Reslice->GetOutputPort());
   this->Texture->SetInputConnection(this->ColorMap->GetOutputPort());
   this->Texture->SetInterpolate(this->TextureInterpolate);
-  this->TexturePlaneActor->VisibilityOn();
+  this->ShowSlice(true);
   this->ImageData->GetBounds(this->Bounds);
   this->ClipToBounds();
   this->OutlineBounds();
@@ -395,7 +449,7 @@ vtkImageData* zvImageViewerWidget::UpdatedInput(vtkAlgorithmOutput* port)
   }
   port->GetProducer()->Update(port->GetIndex());
   vtkImageData* image = vtkImageData::SafeDownCast(this->GetInput());
-  return image && this->IsUpright(image, "image", "it is not shown") ? image : nullptr;
+  return image && this->IsUpright(image, "image", "the image is not shown") ? image : nullptr;
 }
 
 bool zvImageViewerWidget::IsUpright(vtkImageData* image, const char* what, const char* consequence)
@@ -421,7 +475,8 @@ bool zvImageViewerWidget::TakeUpdatedInput()
   {
     return false;
   }
-  this->Reslice->GetInputAlgorithm()->Update();
+  vtkAlgorithmOutput* port = this->Reslice->GetInputConnection(0, 0);
+  port->GetProducer()->Update(port->GetIndex());
   return true;
 }
 
@@ -475,7 +530,18 @@ void zvImageViewerWidget::DetachInput()
   this->vtk3DWidget::SetInputConnection(nullptr);
   this->ImageData = nullptr;
   this->Reslice->SetInputData(nullptr);
-  this->TexturePlaneActor->VisibilityOff();
+  this->ShowSlice(false);
+}
+
+// Without voxels, or on a plane without width, there is nothing to draw, only errors to be had.
+void zvImageViewerWidget::ShowSlice(bool on)
+{
+  const bool isThere = on && this->ImageData && zvImageGrid::HasVoxels(this->ImageData);
+  this->TexturePlaneActor->SetVisibility(isThere);
+  if (this->MaskActor)
+  {
+    this->MaskActor->SetVisibility(isThere);
+  }
 }
 
 void zvImageViewerWidget::OutlineBounds()
@@ -542,7 +608,7 @@ void zvImageViewerWidget::PlacePlaneAtFarBound()
   const zvReslicePlane::Corners plane =
     zvReslicePlane::Across(normal, low, high, this->Bounds[2 * normal + 1]);
   this->SetPlane(plane);
-  this->PlaneSource->Update();
+  this->UpdatePlaneSource();
   LayLine(
     this->SliceLine1Source, plane.Origin, plane.Point2, first, 0.5 * (low[first] + high[first]));
   LayLine(
@@ -556,9 +622,12 @@ void zvImageViewerWidget::PlacePlaneAtFarBound()
 void zvImageViewerWidget::UpdatePlacement()
 {
   this->PlaneSource->Modified();
-  this->PlaneSource->Update();
+  this->UpdatePlaneSource();
   this->Modified();
-  this->BoxCutter->Update();
+  if (this->BoxCutter->GetNumberOfInputConnections(0) > 0)
+  {
+    this->BoxCutter->Update();
+  }
   this->UpdatePlane();
   this->UpdateMargins();
 }
@@ -573,9 +642,16 @@ void zvImageViewerWidget::UpdatePlane()
   this->LastUpdateMTime = this->GetMTime();
   const zvImageGrid::Grid grid = zvImageGrid::Read(this->Reslice);
   this->ReportEmptyExtent(grid.Extent);
+  // Taken before the plane moves: rounding may not make it a voxel wider, and so twice as fine.
+  double axis1[3], axis2[3];
+  this->GetVector1(axis1);
+  this->GetVector2(axis2);
   this->CenterOnCut();
-  this->SampleThroughPlane(grid.Spacing);
-  this->BuildRepresentation();
+  this->SampleThroughPlane(axis1, axis2, grid.Spacing);
+  if (this->HasWidth())
+  {
+    this->BuildRepresentation();
+  }
   this->FitLines();
 }
 
@@ -605,11 +681,10 @@ void zvImageViewerWidget::CenterOnCut()
   }
 }
 
-void zvImageViewerWidget::SampleThroughPlane(const double spacing[3])
+void zvImageViewerWidget::SampleThroughPlane(
+  double axis1[3], double axis2[3], const double spacing[3])
 {
-  double axis1[3], axis2[3], normal[3], origin[3];
-  this->GetVector1(axis1);
-  this->GetVector2(axis2);
+  double normal[3], origin[3];
   this->PlaneSource->GetNormal(normal);
   this->PlaneSource->GetOrigin(origin);
   const double size1 = vtkMath::Normalize(axis1);
@@ -632,6 +707,7 @@ void zvImageViewerWidget::SampleThroughPlane(const double spacing[3])
   this->Reslice->SetOutputSpacing(x.Spacing * factor, y.Spacing * factor, 1.0);
   this->Reslice->SetOutputOrigin(0.0, 0.0, 0.0);
   this->Reslice->SetOutputExtent(0, x.Extent / factor - 1, 0, y.Extent / factor - 1, 0, 0);
+  this->ShowSlice(x.Extent > 0 && y.Extent > 0);
 }
 
 // The ends of the lines follow the plane's outline. Deliberate: the two lines take the points of
@@ -658,11 +734,14 @@ void zvImageViewerWidget::Rotate(double angle, double axis[3], double center[3])
   {
     return;
   }
+  // Copied, as a host may pass the plane's own centre and normal, which are about to change.
+  const double fixedAxis[3] = { axis[0], axis[1], axis[2] };
+  const double fixedCenter[3] = { center[0], center[1], center[2] };
   this->BecomeOblique();
-  std::copy(center, center + 3, this->RotationCenter);
-  this->TurnPlane(angle, axis);
+  std::copy_n(fixedCenter, 3, this->RotationCenter);
+  this->TurnPlane(angle, fixedAxis);
   this->PlaneSource->Modified();
-  this->PlaneSource->Update();
+  this->UpdatePlaneSource();
   this->TurnLines();
   this->Modified();
   this->UpdatePlane();
@@ -743,6 +822,24 @@ void zvImageViewerWidget::TurnLines()
 {
   TurnLine(this->SliceLine1Source, this->Transform, this->LineNormal2);
   TurnLine(this->SliceLine2Source, this->Transform, this->LineNormal1);
+}
+
+// A plane without width, as of a single slice seen edge on, cannot be updated.
+bool zvImageViewerWidget::HasWidth()
+{
+  double axis1[3], axis2[3], normal[3];
+  this->GetVector1(axis1);
+  this->GetVector2(axis2);
+  vtkMath::Cross(axis1, axis2, normal);
+  return vtkMath::Norm(normal) > 0.0;
+}
+
+void zvImageViewerWidget::UpdatePlaneSource()
+{
+  if (this->HasWidth())
+  {
+    this->PlaneSource->Update();
+  }
 }
 
 void zvImageViewerWidget::SetPlane(const zvReslicePlane::Corners& plane)
@@ -853,7 +950,9 @@ void zvImageViewerWidget::SetDimensions(int width, int height)
   }
   const zvImageGrid::Grid grid = zvImageGrid::Read(this->Reslice);
   const int to[2] = { width, height };
-  const double spacing[2] = { grid.Spacing[this->FirstAxis], grid.Spacing[this->SecondAxis] };
+  const int normal = zvReslicePlane::NormalAxis(this->ViewOrientation);
+  const double spacing[2] = { grid.Spacing[zvReslicePlane::FirstAxis(normal)],
+    grid.Spacing[zvReslicePlane::SecondAxis(normal)] };
   this->SetPlane(
     zvReslicePlane::Resized(CornersOf(this->PlaneSource), this->Dimensions, to, spacing));
   this->Dimensions[0] = width;
@@ -882,7 +981,7 @@ void zvImageViewerWidget::UpdateCursor(int X, int Y)
 
 void zvImageViewerWidget::AdjustCross(int X, int Y)
 {
-  if (!this->TakeUpdatedInput())
+  if (!zvViewLookup::IsShown(this->CurrentRenderer) || !this->TakeUpdatedInput())
   {
     return;
   }
@@ -1087,6 +1186,7 @@ void zvImageViewerWidget::floodFill(int x, int y, int value)
   {
     return;
   }
+  this->ForgetResetFills();
   const double cursor =
     this->CurrentCursorPosition[zvReslicePlane::NormalAxis(this->ViewOrientation)];
   this->Fills.push_back(zvFloodFill::Fill(
@@ -1117,6 +1217,7 @@ zvFloodFill::Slice zvImageViewerWidget::FillSlice(double cursor)
 
 void zvImageViewerWidget::UndoFill()
 {
+  this->ForgetResetFills();
   if (this->CanWriteVoxels())
   {
     for (const zvFloodFill::Region& fill : this->Fills)
@@ -1128,6 +1229,15 @@ void zvImageViewerWidget::UndoFill()
   this->Modified();
   this->UpdatePlane();
   zvViewLookup::Render(this->Interactor);
+}
+
+// The record is what counts: areas of a record that was emptied are no longer to be taken back.
+void zvImageViewerWidget::ForgetResetFills()
+{
+  if (this->FilledPoints->GetNumberOfPoints() == 0)
+  {
+    this->Fills.clear();
+  }
 }
 
 void zvImageViewerWidget::ForgetFill()
@@ -1177,7 +1287,7 @@ void zvImageViewerWidget::SetImageMask(vtkImageData* mask)
     vtkErrorMacro(<< "The mask has to be an image with scalars of one component. It is not shown.");
     return;
   }
-  if (!this->IsUpright(mask, "mask", "it is not shown"))
+  if (!this->IsUpright(mask, "mask", "the mask is not shown"))
   {
     return;
   }
@@ -1190,6 +1300,7 @@ void zvImageViewerWidget::SetImageMask(vtkImageData* mask)
   this->MaskActor->SetMapper(mapper);
   this->MaskActor->SetTexture(this->MaskTexture);
   this->MaskActor->PickableOn();
+  this->MaskActor->SetVisibility(this->TexturePlaneActor->GetVisibility());
   this->SetEnableImageMask(1);
 }
 
@@ -1270,7 +1381,7 @@ void zvImageViewerWidget::StartWindowLevel()
   this->StartWindowLevelPositionX = X;
   this->StartWindowLevelPositionY = Y;
   this->EventCallbackCommand->SetAbortFlag(1);
-  this->StartInteraction();
+  this->SetInteracting(true);
   this->TellWindowLevel(vtkCommand::StartWindowLevelEvent);
   zvViewLookup::Render(this->Interactor);
 }
@@ -1284,9 +1395,26 @@ void zvImageViewerWidget::StopWindowLevel()
   this->State = Start;
   this->HighlightPlane(0);
   this->EventCallbackCommand->SetAbortFlag(1);
-  this->EndInteraction();
+  this->SetInteracting(false);
   this->TellWindowLevel(vtkCommand::EndWindowLevelEvent);
   zvViewLookup::Render(this->Interactor);
+}
+
+// The update rate of the window, which may be gone.
+void zvImageViewerWidget::SetInteracting(bool on)
+{
+  if (!this->Interactor || !this->Interactor->GetRenderWindow())
+  {
+    return;
+  }
+  if (on)
+  {
+    this->StartInteraction();
+  }
+  else
+  {
+    this->EndInteraction();
+  }
 }
 
 void zvImageViewerWidget::TellWindowLevel(unsigned long event)

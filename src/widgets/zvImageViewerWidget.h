@@ -300,6 +300,9 @@ protected:
   static void ProcessEvents(
     vtkObject* object, unsigned long event, void* clientdata, void* calldata);
 
+  /// The same for typed characters.
+  static void ProcessKeys(vtkObject* object, unsigned long event, void* clientdata, void* calldata);
+
   void StartWindowLevel() override;
   void StopWindowLevel() override;
 
@@ -371,6 +374,7 @@ protected:
 
 private:
   void ReplacePipeline();
+  void MakePropertiesPlain();
   void BuildLine(vtkLineSource* source, vtkPolyDataMapper* mapper, vtkActor* actor,
     vtkCellPicker* picker, vtkProperty* property);
 
@@ -379,6 +383,7 @@ private:
   void Disable();
   void ShowActor(vtkActor* actor, vtkProperty* property);
   void SetLineEnabled(int enabled, vtkActor* actor, vtkProperty* property, vtkCellPicker* picker);
+  void SetInteracting(bool on);
   void TellWindowLevel(unsigned long event);
 
   bool TakeInput();
@@ -386,15 +391,18 @@ private:
   vtkImageData* UpdatedInput(vtkAlgorithmOutput* port);
   bool IsUpright(vtkImageData* image, const char* what, const char* consequence);
   void DetachInput();
+  void ShowSlice(bool on);
   void AdoptScalarRange();
   void ClipToBounds();
   void OutlineBounds();
 
   void PlacePlaneAtFarBound();
+  bool HasWidth();
+  void UpdatePlaneSource();
   void SetPlane(const zvReslicePlane::Corners& plane);
   void ReportEmptyExtent(const int extent[6]);
   void CenterOnCut();
-  void SampleThroughPlane(const double spacing[3]);
+  void SampleThroughPlane(double axis1[3], double axis2[3], const double spacing[3]);
   void FitLines();
   void BecomeOblique();
   void TurnPlane(double angle, const double axis[3]);
@@ -409,6 +417,7 @@ private:
   bool CanWriteVoxels();
   zvFloodFill::Slice FillSlice(double cursor);
   void ForgetFill();
+  void ForgetResetFills();
   void CopyMask(vtkImageData* mask);
   void BuildMaskPipeline();
 
