@@ -368,11 +368,13 @@ TEST_F(Workstation, TheClippingRangeStaysAtTheVolumeWhereverThePlanesReach)
   this->Window.GetTurnPanel()->GetSlider(2)->setValue(-20);
   this->Hand.Drag(Qt::MiddleButton, QPoint(200, 200), QPoint(240, 210));
   vtkCamera* camera = this->View()->GetRenderer()->GetActiveCamera();
-  // The ball around a cube of 256 mm and the letters about it, and as much again on either side as
-  // the renderer always leaves.
-  const double radius = 1.3 * 256.0 * std::sqrt(3.0);
-  EXPECT_GE(camera->GetClippingRange()[0], 0.98 * (camera->GetDistance() - radius));
-  EXPECT_LE(camera->GetClippingRange()[1], 1.02 * (camera->GetDistance() + radius));
+  // The ball around a cube of 256 mm with the letters, and the room that the renderer leaves before
+  // and behind it.
+  const double radius = 0.5 * 1.3 * 256.0 * std::sqrt(3.0);
+  const double front = camera->GetDistance() - radius, back = camera->GetDistance() + radius;
+  const double nearest = 0.99 * front - 0.5 * (back - front);
+  EXPECT_GE(camera->GetClippingRange()[0], nearest);
+  EXPECT_LE(camera->GetClippingRange()[1], 1.01 * back + 0.5 * (back - nearest));
 }
 
 TEST_F(Workstation, AnObliquePlaneFollowsItsSlider)
