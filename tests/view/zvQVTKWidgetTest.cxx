@@ -1,11 +1,14 @@
 #include "zvQVTKWidget.h"
 
+#include "zvImage3DPlanes.h"
 #include "zvQtTest.h"
 #include "zvTestKit.h"
 
 #include "vtkActor.h"
 #include "vtkCamera.h"
 #include "vtkGenericOpenGLRenderWindow.h"
+#include "vtkImageData.h"
+#include "vtkInteractorStyleUser.h"
 #include "vtkNew.h"
 #include "vtkPlaneSource.h"
 #include "vtkPolyDataMapper.h"
@@ -707,6 +710,51 @@ TEST_F(QtView, ItsWindowMayOutliveIt)
   interactor->InvokeEvent(vtkCommand::MiddleButtonPressEvent);
   window->Render();
   EXPECT_EQ(window->GetInteractor(), interactor);
+}
+
+// ---- with widgets ----
+
+TEST_F(QtView, ALeftDragMovesAPlaneInA3DViewOnly)
+{
+  vtkNew<vtkInteractorStyleUser> style;
+  this->Interactor()->SetInteractorStyle(style);
+  vtkNew<vtkRenderer> renderer;
+  this->View->renderWindow()->AddRenderer(renderer);
+  auto volume = zvtest::MakeIndexVolume();
+  auto planes = vtkSmartPointer<zvImage3DPlanes>::Take(new zvImage3DPlanes);
+  planes->SetImage(volume);
+  planes->SetRender(renderer);
+  ASSERT_TRUE(planes->Create());
+  planes->Show();
+  planes->EnableYPlane(false);
+  planes->EnableZPlane(false);
+  renderer->GetActiveCamera()->Azimuth(-60.0);
+  renderer->ResetCameraClippingRange();
+  this->View->renderWindow()->Render();
+  const int before = planes->GetSliceX();
+
+  const double ratio = this->View->devicePixelRatioF();
+  auto inView = [&](double x)
+  {
+    renderer->SetWorldPoint(x, 2.5, 2.0, 1.0);
+    renderer->WorldToDisplay();
+    const double* display = renderer->GetDisplayPoint();
+    return QPoint(static_cast<int>(display[0] / ratio),
+      this->View->height() - 1 - static_cast<int>(display[1] / ratio));
+  };
+  const QPoint from = inView(before);
+  const QPoint to = inView(before + 2.2);
+  for (bool mode3D : { false, true })
+  {
+    this->View->setMode3D(mode3D);
+    QTest::mousePress(this->View.get(), Qt::LeftButton, Qt::NoModifier, from);
+    QMouseEvent move =
+      MakeMouseEvent(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton, Qt::NoModifier, to);
+    QApplication::sendEvent(this->View.get(), &move);
+    QTest::mouseRelease(this->View.get(), Qt::LeftButton, Qt::NoModifier, to);
+    EXPECT_EQ(planes->GetPlaneSelected(), mode3D ? zvImage3DPlanes::XPlane : 0);
+    EXPECT_EQ(planes->GetSliceX() > before, mode3D);
+  }
 }
 
 // ---- drawing ----
