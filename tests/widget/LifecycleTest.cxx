@@ -1,0 +1,345 @@
+// What every widget promises of its life, whatever it shows: it may be made, enabled, dragged and
+// deleted in any order with the view that it is in.
+
+#include "zvAreaWidget.h"
+#include "zvImage3DPlanes.h"
+#include "zvImagePlaneWidget.h"
+#include "zvImageViewerWidget.h"
+#include "zvPointWidget.h"
+#include "zvRulerWidget.h"
+#include "zvSplineWidget.h"
+#include "zvTestKit.h"
+
+#include "vtkImageData.h"
+#include "vtkPoints.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+
+namespace
+{
+// How a widget of each class is made and brought into a view, so that something of it is under the
+// middle of the window.
+template <typename Widget>
+struct Case;
+
+template <>
+struct Case<zvImagePlaneWidget>
+{
+  static zvImagePlaneWidget* Make() { return new zvImagePlaneWidget; }
+  static void Show(zvImagePlaneWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    widget->SetInteractor(scene.Interactor());
+    widget->SetInput(volume);
+    widget->SetPlaneOrientation(2);
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <>
+struct Case<zvImage3DPlanes>
+{
+  static zvImage3DPlanes* Make() { return new zvImage3DPlanes; }
+  static void Show(zvImage3DPlanes* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    widget->SetImage(volume);
+    widget->SetRender(scene.Renderer());
+    widget->Create();
+    widget->Show();
+  }
+  static constexpr bool CanBeEnabled = false; // its planes are, it is not
+};
+
+template <>
+struct Case<zvImageViewerWidget>
+{
+  static zvImageViewerWidget* Make() { return zvImageViewerWidget::New(); }
+  static void Show(zvImageViewerWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    widget->SetInteractor(scene.Interactor());
+    widget->SetInput(volume);
+    widget->SetPlaneOrientation(2);
+    widget->UpdatePlane();
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <>
+struct Case<zvPointWidget>
+{
+  static zvPointWidget* Make() { return new zvPointWidget; }
+  static void Show(zvPointWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    double bounds[6];
+    volume->GetBounds(bounds);
+    widget->SetInteractor(scene.Interactor());
+    widget->SetPlaceFactor(2.0);
+    widget->PlaceWidget(bounds);
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <>
+struct Case<zvRulerWidget>
+{
+  static zvRulerWidget* Make() { return zvRulerWidget::New(); }
+  static void Show(zvRulerWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    double bounds[6];
+    volume->GetBounds(bounds);
+    widget->SetInteractor(scene.Interactor());
+    widget->SetPoint1(bounds[0], bounds[2], bounds[5]);
+    widget->SetPoint2(bounds[1], bounds[3], bounds[5]);
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <typename Widget>
+struct CurveCase
+{
+  static Widget* Make() { return Widget::New(); }
+  static void Show(Widget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    double bounds[6];
+    volume->GetBounds(bounds);
+    vtkNew<vtkPoints> handles;
+    handles->InsertNextPoint(bounds[0], bounds[2], bounds[5]);
+    handles->InsertNextPoint(
+      0.5 * (bounds[0] + bounds[1]), 0.5 * (bounds[2] + bounds[3]), bounds[5]);
+    handles->InsertNextPoint(bounds[1], bounds[3], bounds[5]);
+    widget->SetInteractor(scene.Interactor());
+    widget->InitializeHandles(handles);
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <>
+struct Case<zvSplineWidget> : CurveCase<zvSplineWidget>
+{
+};
+
+template <>
+struct Case<zvAreaWidget> : CurveCase<zvAreaWidget>
+{
+};
+
+template <typename Widget>
+class Lifecycle : public zvtest::QuietTest
+{
+protected:
+  Lifecycle()
+    : Volume(zvtest::MakeIndexVolume())
+    , Made(Case<Widget>::Make())
+  {
+    this->View.emplace();
+  }
+
+  void Show()
+  {
+    double bounds[6];
+    this->Volume->GetBounds(bounds);
+    this->View->ResetCamera(bounds);
+    Case<Widget>::Show(this->Made, *this->View, this->Volume);
+    this->View->ResetCamera(bounds);
+    this->View->LookAlong(2);
+    this->View->Render();
+  }
+
+  void Delete()
+  {
+    this->Made->Delete();
+    this->Made = nullptr;
+  }
+
+  void StartDrag()
+  {
+    zvtest::Mouse mouse(*this->View);
+    mouse.MoveTo(Middle);
+    mouse.Press(zvtest::Left, Middle);
+    mouse.MoveTo({ { 220, 215 } });
+  }
+
+  // Everything that a user does, to whatever is left of the view.
+  void UseEverything()
+  {
+    zvtest::Mouse mouse(*this->View);
+    for (zvtest::Button button : { zvtest::Left, zvtest::Middle, zvtest::Right })
+    {
+      mouse.Drag(button, Middle, { { 230, 190 } });
+      mouse.Drag(button, { { 3, 3 } }, Middle, zvtest::Shift);
+    }
+    mouse.WheelForward(Middle);
+    mouse.WheelBackward(Middle);
+    mouse.Type('r', zvtest::Control);
+    this->View->Render();
+  }
+
+  void TearDown() override
+  {
+    if (this->Made)
+    {
+      this->Delete();
+    }
+    this->View.reset();
+    QuietTest::TearDown();
+  }
+
+  static constexpr zvtest::Display Middle{ { 200, 200 } };
+  vtkSmartPointer<vtkImageData> Volume;
+  std::optional<zvtest::Scene> View;
+  Widget* Made;
+};
+
+using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
+  zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget>;
+TYPED_TEST_SUITE(Lifecycle, Widgets, );
+}
+
+TYPED_TEST(Lifecycle, MadeAndDeleted)
+{
+  this->Delete();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, ShownUsedAndDeletedLeavesTheViewInUse)
+{
+  this->Show();
+  this->UseEverything();
+  this->Delete();
+  this->UseEverything();
+  EXPECT_EQ(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), 0);
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, DeletedWhileShownTakesItsPropsAlong)
+{
+  const int before = this->View->Renderer()->GetViewProps()->GetNumberOfItems();
+  this->Show();
+  ASSERT_GT(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), before);
+  this->Delete();
+  EXPECT_EQ(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), before);
+}
+
+TYPED_TEST(Lifecycle, ShowsAndHidesTwice)
+{
+  if (!Case<TypeParam>::CanBeEnabled)
+  {
+    this->Made->SetEnabled(1);
+    EXPECT_EQ(this->Made->GetEnabled(), 0);
+    return;
+  }
+  this->Show();
+  zvtest::EventRecorder events;
+  events.Watch(this->Made, { vtkCommand::EnableEvent, vtkCommand::DisableEvent });
+  this->Made->SetEnabled(1);
+  EXPECT_TRUE(events.Names().empty());
+  this->Made->SetEnabled(0);
+  EXPECT_EQ(this->Made->GetEnabled(), 0);
+  this->Made->SetEnabled(0);
+  EXPECT_EQ(events.Names(), (std::vector<std::string>{ "DisableEvent" }));
+  this->Made->SetEnabled(1);
+  EXPECT_EQ(this->Made->GetEnabled(), 1);
+  this->UseEverything();
+}
+
+TYPED_TEST(Lifecycle, DeletedInMidDrag)
+{
+  this->Show();
+  this->StartDrag();
+  this->Delete();
+  this->UseEverything();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, DeletedFromItsOwnObserver)
+{
+  this->Show();
+  bool isDeleted = false;
+  zvtest::EventRecorder events;
+  events.Watch(this->Made,
+    { vtkCommand::StartInteractionEvent, vtkCommand::InteractionEvent,
+      vtkCommand::EndInteractionEvent, vtkCommand::LeftButtonPressEvent },
+    [this, &isDeleted](const zvtest::RecordedEvent&)
+    {
+      if (!isDeleted)
+      {
+        isDeleted = true;
+        this->Delete();
+      }
+    });
+  this->UseEverything();
+  EXPECT_TRUE(isDeleted);
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, OutlivesTheInteractor)
+{
+  this->Show();
+  this->StartDrag();
+  this->View->DropInteractor();
+  this->View->Render();
+  this->Delete();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, OutlivesTheRenderers)
+{
+  this->Show();
+  this->StartDrag();
+  this->View->DropRenderers();
+  this->Delete();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, OutlivesTheWholeView)
+{
+  this->Show();
+  this->View.reset();
+  this->Delete();
+  this->View.emplace();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, AViewWithoutTheWidgetsRendererTakesEvents)
+{
+  this->Show();
+  this->View->DropRenderers();
+  zvtest::Mouse mouse(*this->View);
+  mouse.MoveTo(this->Middle);
+  mouse.Press(zvtest::Left, this->Middle);
+  mouse.MoveTo({ { 210, 210 } });
+  mouse.Release(zvtest::Left);
+  this->Delete();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, EnabledWithoutAnInteractorOnlySaysSo)
+{
+  this->Made->SetEnabled(1);
+  EXPECT_EQ(this->Made->GetEnabled(), 0);
+  const auto messages = this->TakeMessages();
+  if (!Case<TypeParam>::CanBeEnabled)
+  {
+    EXPECT_TRUE(messages.empty());
+    return;
+  }
+  ASSERT_EQ(messages.size(), 1u);
+  EXPECT_NE(messages.front().find("The interactor must be set prior to enabling/disabling widget"),
+    std::string::npos);
+}
+
+TYPED_TEST(Lifecycle, EnabledInAWindowWithoutRenderersStaysDisabled)
+{
+  this->View->DropRenderers();
+  this->Made->SetInteractor(this->View->Interactor());
+  this->Made->SetEnabled(1);
+  EXPECT_EQ(this->Made->GetEnabled(), 0);
+  this->ExpectNoMessage();
+}
