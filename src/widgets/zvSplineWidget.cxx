@@ -1,9 +1,9 @@
 #include "zvSplineWidget.h"
 
+#include "zvCurveParts.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
-#include "zvListPicker.h"
 #include "zvParametricSpline.h"
 #include "zvPick.h"
 #include "zvViewLookup.h"
@@ -32,38 +32,9 @@
 
 namespace
 {
+using zvCurveParts::MotionBetween;
 using zvHandleCurve::Position;
 using zvHandleCurve::Positions;
-
-constexpr double PickTolerance = 0.005; // of the window's diagonal
-
-Position MotionBetween(const double* from, const double* to)
-{
-  return { { to[0] - from[0], to[1] - from[1], to[2] - from[2] } };
-}
-
-vtkSmartPointer<vtkCellPicker> MakePicker(vtkActor* actor)
-{
-  auto picker = vtkSmartPointer<zvListPicker>::New();
-  picker->SetTolerance(PickTolerance);
-  picker->AddPickList(actor);
-  picker->PickFromListOn();
-  return picker;
-}
-
-vtkSmartPointer<vtkPolyDataMapper> MakeMapper()
-{
-  auto mapper = vtkSmartPointer<vtkPolyDataMapper>::New();
-  mapper->SetResolveCoincidentTopologyToPolygonOffset();
-  return mapper;
-}
-
-// Without lighting, ambient and diffuse light are added up: full ambient light leaves no room.
-void LightEvenly(vtkProperty* property)
-{
-  property->SetAmbient(1.0);
-  property->SetDiffuse(0.0);
-}
 }
 
 vtkObjectFactoryNewMacro(zvSplineWidget);
@@ -79,20 +50,15 @@ zvSplineWidget::zvSplineWidget()
   this->EventCallbackCommand->SetCallback(zvSplineWidget::ProcessEvents);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag before the line is picked
 
-  this->ParametricSpline->SetPoints(zvHandleCurve::MakePoints({}));
-  this->ParametricFunctionSource->SetParametricFunction(this->ParametricSpline);
-  this->ParametricFunctionSource->SetScalarModeToNone();
-  this->ParametricFunctionSource->GenerateTextureCoordinatesOff();
-  this->ParametricFunctionSource->SetUResolution(this->Resolution);
-
-  auto lineMapper = MakeMapper();
-  lineMapper->SetInputConnection(this->ParametricFunctionSource->GetOutputPort());
-  this->LineActor->SetMapper(lineMapper);
-  auto handleMapper = MakeMapper();
+  zvCurveParts::BuildLine(
+    this->ParametricSpline, this->ParametricFunctionSource, this->LineActor, this->Resolution);
+  auto handleMapper = zvCurveParts::MakeMapper();
   handleMapper->SetInputData(this->HandlePolyData);
   this->HandleActor->SetMapper(handleMapper);
-  this->LinePicker = MakePicker(this->LineActor);
-  this->HandlePicker = MakePicker(this->HandleActor);
+  this->LinePicker = zvCurveParts::MakePicker();
+  this->LinePicker->AddPickList(this->LineActor);
+  this->HandlePicker = zvCurveParts::MakePicker();
+  this->HandlePicker->AddPickList(this->HandleActor);
   this->CreateDefaultProperties();
 
   this->PlaceFactor = 1.0;
@@ -564,29 +530,7 @@ void zvSplineWidget::AddHandle(double* pos)
 
 void zvSplineWidget::BuildRepresentation()
 {
-  if (!this->ParametricSpline)
-  {
-    return;
-  }
-  const Positions handles = this->ReadHandles();
-  const auto count = static_cast<vtkIdType>(handles.size());
-  // A curve without handles is sampled at the origin, where it must not be hit.
-  this->LineActor->SetVisibility(count > 0 ? 1 : 0);
-  vtkPoints* points = this->ParametricSpline->GetPoints();
-  if (!points)
-  {
-    this->ParametricSpline->SetPoints(zvHandleCurve::MakePoints(handles));
-  }
-  else
-  {
-    if (points->GetNumberOfPoints() != count)
-    {
-      points->GetData()->SetNumberOfComponents(3);
-      points->GetData()->SetNumberOfTuples(count);
-    }
-    zvHandleCurve::Write(handles, points);
-  }
-  this->ParametricSpline->Modified();
+  zvCurveParts::FollowHandles(this->ReadHandles(), this->ParametricSpline, this->LineActor);
 }
 
 void zvSplineWidget::Initialize()
@@ -875,26 +819,15 @@ void zvSplineWidget::CreateDefaultProperties()
   }
   if (!this->SelectedHandleProperty)
   {
-    this->SelectedHandleProperty = vtkSmartPointer<vtkProperty>::New();
-    LightEvenly(this->SelectedHandleProperty);
-    this->SelectedHandleProperty->SetColor(1.0, 0.0, 0.0);
+    this->SelectedHandleProperty = zvCurveParts::MakeSelectedHandleProperty();
   }
   if (!this->LineProperty)
   {
-    this->LineProperty = vtkSmartPointer<vtkProperty>::New();
-    this->LineProperty->SetRepresentationToWireframe();
-    LightEvenly(this->LineProperty);
-    this->LineProperty->SetColor(0.0, 1.0, 1.0);
-    this->LineProperty->SetLineWidth(2.0);
-    this->LineProperty->SetPointSize(5.5);
+    this->LineProperty = zvCurveParts::MakeLineProperty();
   }
   if (!this->SelectedLineProperty)
   {
-    this->SelectedLineProperty = vtkSmartPointer<vtkProperty>::New();
-    this->SelectedLineProperty->SetRepresentationToWireframe();
-    LightEvenly(this->SelectedLineProperty);
-    this->SelectedLineProperty->SetAmbientColor(0.0, 1.0, 0.0);
-    this->SelectedLineProperty->SetLineWidth(2.0);
+    this->SelectedLineProperty = zvCurveParts::MakeSelectedLineProperty();
   }
 }
 
