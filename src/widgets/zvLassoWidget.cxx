@@ -1,0 +1,1157 @@
+#include "zvLassoWidget.h"
+
+#include "zvCurveParts.h"
+#include "zvDrag.h"
+#include "zvEvents.h"
+#include "zvHandleCurve.h"
+#include "zvMessages.h"
+#include "zvObservedSubjects.h"
+#include "zvParametricSpline.h"
+#include "zvPick.h"
+#include "zvViewLookup.h"
+
+#include "vtkActor.h"
+#include "vtkAssemblyNode.h"
+#include "vtkAssemblyPath.h"
+#include "vtkCallbackCommand.h"
+#include "vtkCamera.h"
+#include "vtkCellPicker.h"
+#include "vtkMath.h"
+#include "vtkObjectFactory.h"
+#include "vtkParametricFunctionSource.h"
+#include "vtkPlaneSource.h"
+#include "vtkPoints.h"
+#include "vtkPolyData.h"
+#include "vtkPolyDataMapper.h"
+#include "vtkProperty.h"
+#include "vtkRenderWindow.h"
+#include "vtkRenderWindowInteractor.h"
+#include "vtkRenderer.h"
+#include "vtkSphereSource.h"
+#include "vtkTransform.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+using zvCurveParts::MotionBetween;
+using zvHandleCurve::Position;
+using zvHandleCurve::Positions;
+
+constexpr double HandleSizeFactor = 0.7;    // of the size that vtk3DWidget gives handles
+constexpr double NewHandleSizeFactor = 0.5; // until they are in a view
+constexpr int ThetaResolution = 16;
+constexpr int PhiResolution = 8;
+constexpr double FadedOpacity = 0.01; // hardly seen; at 0 it could not be picked
+}
+
+vtkObjectFactoryNewMacro(zvLassoWidget);
+
+vtkObject* vtkInstantiatorzvLassoWidgetNew()
+{
+  return zvLassoWidget::New();
+}
+
+zvLassoWidget::zvLassoWidget()
+  : ParametricSpline(vtkSmartPointer<zvParametricSpline>::New())
+{
+  this->EventCallbackCommand->SetCallback(zvLassoWidget::ProcessEvents);
+  std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag before anything is picked
+
+  zvCurveParts::BuildLine(
+    this->ParametricSpline, this->ParametricFunctionSource, this->LineActor, this->Resolution);
+  this->HandlePicker = zvCurveParts::MakePicker();
+  this->LinePicker = zvCurveParts::MakePicker();
+  this->LinePicker->AddPickList(this->LineActor);
+  this->CreateDefaultProperties();
+
+  this->PlaceFactor = 1.0;
+  double bounds[6] = { -0.5, 0.5, -0.5, 0.5, -0.5, 0.5 };
+  this->zvLassoWidget::PlaceWidget(bounds);
+}
+
+zvLassoWidget::~zvLassoWidget()
+{
+  zvTraceMacro("zvLassoWidget::~zvLassoWidget()");
+  if (this->Interactor)
+  {
+    this->zvLassoWidget::SetEnabled(0);
+  }
+  zvObservedSubjects::Release(this->Observed, this->EventCallbackCommand);
+  this->HideCurve(); // AddHandle shows the lasso when it is not enabled, too
+}
+
+void zvLassoWidget::PrintSelf(ostream& os, vtkIndent indent)
+{
+  zvTraceMacro("zvLassoWidget::PrintSelf(ostream& os, vtkIndent indent)");
+  this->Superclass::PrintSelf(os, indent);
+  const auto printPointer = [&os, indent](const char* label, void* object)
+  {
+    os << indent << label << ": ";
+    object ? os << object << "\n" : os << "(none)\n";
+  };
+  printPointer("Handle Property", this->HandleProperty);
+  printPointer("Selected Handle Property", this->SelectedHandleProperty);
+  // Deliberate: hosts that read the print know the label as it is spelled.
+  printPointer("Closeed Handle Property", this->ClosedHandleProperty);
+  printPointer("Line Property", this->LineProperty);
+  printPointer("Selected Line Property", this->SelectedLineProperty);
+  printPointer("ParametricSpline", this->ParametricSpline);
+  os << indent << "Project To Plane: " << (this->ProjectToPlane ? "On\n" : "Off\n");
+  os << indent << "Projection Normal: " << this->ProjectionNormal << "\n";
+  os << indent << "Projection Position: " << this->ProjectionPosition << "\n";
+  os << indent << "Resolution: " << this->Resolution << "\n";
+  os << indent << "Number Of Handles: " << this->NumberOfHandles << "\n";
+  os << indent << "Closed: " << (this->Closed ? "On\n" : "Off\n");
+}
+
+void zvLassoWidget::CollectRevisions(ostream& os)
+{
+  os << "zvLassoWidget $Revision: 1.2 $\n";
+}
+
+void zvLassoWidget::SetEnabled(int enabling)
+{
+  zvTraceMacro("zvLassoWidget::SetEnabled(int enabling)");
+  if (!this->Interactor)
+  {
+    vtkErrorMacro("The interactor must be set prior to enabling/disabling widget");
+    return;
+  }
+  // An observer may release the widget. In the destructor there is nothing to hold any more.
+  const vtkSmartPointer<zvLassoWidget> self = this->GetReferenceCount() > 0 ? this : nullptr;
+  if (enabling && !this->Enabled && this->TakePokedRenderer())
+  {
+    this->Enabled = 1;
+    this->AddObservers();
+    this->ShowCurve();
+    this->BuildRepresentation();
+    this->SizeHandles();
+    this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
+    zvViewLookup::Render(this->Interactor);
+  }
+  else if (!enabling && this->Enabled)
+  {
+    this->Enabled = 0;
+    this->Interactor->RemoveObserver(this->EventCallbackCommand);
+    this->HideCurve();
+    this->CurrentHandle = nullptr;
+    this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
+    this->SetCurrentRenderer(nullptr);
+    zvViewLookup::Render(this->Interactor);
+  }
+}
+
+void zvLassoWidget::PlaceWidget(double bounds[6])
+{
+  zvTraceMacro("zvLassoWidget::PlaceWidget(double bds[6])");
+  double adjusted[6];
+  double center[3];
+  this->AdjustBounds(bounds, adjusted, center);
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  else
+  {
+    this->WriteHandles(zvHandleCurve::OnDiagonal(adjusted, this->NumberOfHandles));
+  }
+  std::copy_n(adjusted, 6, this->InitialBounds);
+  const double low[3] = { adjusted[0], adjusted[2], adjusted[4] };
+  const double high[3] = { adjusted[1], adjusted[3], adjusted[5] };
+  this->InitialLength = std::sqrt(vtkMath::Distance2BetweenPoints(low, high));
+  // Deliberate: the line is not rebuilt. Hosts place first and give handles afterwards.
+  this->SizeHandles();
+}
+
+void zvLassoWidget::PlaceWidget()
+{
+  this->Superclass::PlaceWidget();
+}
+
+void zvLassoWidget::PlaceWidget(
+  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
+{
+  this->Superclass::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
+}
+
+void zvLassoWidget::AddObservers()
+{
+  zvTraceMacro("zvLassoWidget::AddObservers(void)");
+  if (this->Interactor)
+  {
+    zvEvents::Observe(
+      this->Interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
+    zvObservedSubjects::Add(this->Observed, this->Interactor);
+  }
+}
+
+void zvLassoWidget::SetProjectToPlane(int project)
+{
+  this->ProjectToPlane = project;
+  this->Modified();
+}
+
+int zvLassoWidget::GetProjectToPlane()
+{
+  return this->ProjectToPlane;
+}
+
+void zvLassoWidget::ProjectToPlaneOn()
+{
+  this->SetProjectToPlane(1);
+}
+
+void zvLassoWidget::ProjectToPlaneOff()
+{
+  this->SetProjectToPlane(0);
+}
+
+void zvLassoWidget::SetProjectionNormal(int normal)
+{
+  const int clamped = std::max(
+    this->GetProjectionNormalMinValue(), std::min(normal, this->GetProjectionNormalMaxValue()));
+  if (clamped != this->ProjectionNormal)
+  {
+    this->ProjectionNormal = clamped;
+    this->Modified();
+  }
+}
+
+int zvLassoWidget::GetProjectionNormalMinValue()
+{
+  return zvHandleCurve::AlongX;
+}
+
+int zvLassoWidget::GetProjectionNormalMaxValue()
+{
+  return zvHandleCurve::Oblique;
+}
+
+int zvLassoWidget::GetProjectionNormal()
+{
+  return this->ProjectionNormal;
+}
+
+void zvLassoWidget::SetProjectionPosition(double position)
+{
+  zvTraceMacro("zvLassoWidget::SetProjectionPosition(double position)");
+  this->ProjectionPosition = position;
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  this->BuildRepresentation();
+}
+
+double zvLassoWidget::GetProjectionPosition()
+{
+  return this->ProjectionPosition;
+}
+
+void zvLassoWidget::SetPlaneSource(vtkPlaneSource* plane)
+{
+  zvTraceMacro("zvLassoWidget::SetPlaneSource(vtkPlaneSource* plane)");
+  this->PlaneSource = plane;
+}
+
+void zvLassoWidget::SetHandleProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->HandleProperty, property);
+}
+
+vtkProperty* zvLassoWidget::GetHandleProperty()
+{
+  return this->HandleProperty;
+}
+
+void zvLassoWidget::SetSelectedHandleProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->SelectedHandleProperty, property);
+}
+
+vtkProperty* zvLassoWidget::GetSelectedHandleProperty()
+{
+  return this->SelectedHandleProperty;
+}
+
+void zvLassoWidget::SetClosedHandleProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->ClosedHandleProperty, property);
+}
+
+vtkProperty* zvLassoWidget::GetClosedHandleProperty()
+{
+  return this->ClosedHandleProperty;
+}
+
+void zvLassoWidget::SetLineProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->LineProperty, property);
+}
+
+vtkProperty* zvLassoWidget::GetLineProperty()
+{
+  return this->LineProperty;
+}
+
+void zvLassoWidget::SetSelectedLineProperty(vtkProperty* property)
+{
+  this->ReplaceProperty(this->SelectedLineProperty, property);
+}
+
+vtkProperty* zvLassoWidget::GetSelectedLineProperty()
+{
+  return this->SelectedLineProperty;
+}
+
+void zvLassoWidget::SetHandleVisibility(int visibility)
+{
+  zvTraceMacro("zvLassoWidget::SetHandleVisibility(int visibility)");
+  this->ApplyToHandles(visibility == 1 ? this->HandleProperty : this->ClosedHandleProperty);
+}
+
+void zvLassoWidget::SetNumberOfHandles(int count)
+{
+  zvTraceMacro("zvLassoWidget::SetNumberOfHandles(int npts)");
+  count = std::max(count, 0);
+  if (count == this->NumberOfHandles)
+  {
+    return;
+  }
+  const double radius = this->FindHandleRadius(NewHandleSizeFactor);
+  this->Initialize();
+  this->NumberOfHandles = count;
+  for (int i = 0; i < count; ++i)
+  {
+    this->MakeHandle(this->StartOfHandle(i, count), radius);
+  }
+  if (this->Interactor)
+  {
+    this->TakePokedRenderer();
+    for (vtkActor* handle : this->Handle)
+    {
+      this->ShowActor(handle, this->HandleProperty);
+    }
+    this->SizeHandles();
+    zvViewLookup::Render(this->Interactor);
+  }
+}
+
+int zvLassoWidget::GetNumberOfHandles()
+{
+  return this->NumberOfHandles;
+}
+
+void zvLassoWidget::SetResolution(int resolution)
+{
+  zvTraceMacro("zvLassoWidget::SetResolution(int resolution)");
+  if (resolution == this->Resolution || resolution < this->NumberOfHandles - 1)
+  {
+    return;
+  }
+  this->Resolution = resolution;
+  this->ParametricFunctionSource->SetUResolution(resolution);
+  this->ParametricFunctionSource->Modified();
+}
+
+int zvLassoWidget::GetResolution()
+{
+  return this->Resolution;
+}
+
+void zvLassoWidget::SetParametricSpline(zvParametricSpline* spline)
+{
+  zvTraceMacro("zvLassoWidget::SetParametricSpline(zvParametricSpline* spline)");
+  if (spline == this->ParametricSpline)
+  {
+    return;
+  }
+  this->ParametricSpline = spline;
+  if (spline)
+  {
+    this->ParametricFunctionSource->SetParametricFunction(spline);
+  }
+}
+
+zvParametricSpline* zvLassoWidget::GetParametricSpline()
+{
+  return this->ParametricSpline;
+}
+
+void zvLassoWidget::SetClosed(int closed)
+{
+  zvTraceMacro("zvLassoWidget::SetClosed(int closed)");
+  if (closed == this->Closed)
+  {
+    return;
+  }
+  this->Closed = closed;
+  if (this->ParametricSpline)
+  {
+    this->ParametricSpline->SetClosed(closed);
+  }
+  this->BuildRepresentation();
+}
+
+int zvLassoWidget::GetClosed()
+{
+  return this->Closed;
+}
+
+void zvLassoWidget::ClosedOn()
+{
+  this->SetClosed(1);
+}
+
+void zvLassoWidget::ClosedOff()
+{
+  this->SetClosed(0);
+}
+
+void zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)
+{
+  zvTraceMacro("zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)");
+  if (handle < 0 || handle >= this->NumberOfHandles)
+  {
+    vtkErrorMacro("zvLassoWidget: handle index out of range.");
+    return;
+  }
+  this->HandleGeometry[handle]->SetCenter(x, y, z);
+  this->HandleGeometry[handle]->Update();
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  this->BuildRepresentation();
+}
+
+void zvLassoWidget::SetHandlePosition(int handle, double xyz[3])
+{
+  zvTraceMacro("zvLassoWidget::SetHandlePosition(int handle, double xyz[3])");
+  this->SetHandlePosition(handle, xyz[0], xyz[1], xyz[2]);
+}
+
+void zvLassoWidget::GetHandlePosition(int handle, double xyz[3])
+{
+  zvTraceMacro("zvLassoWidget::GetHandlePosition(int handle, double xyz[3])");
+  if (const double* position = this->GetHandlePosition(handle))
+  {
+    std::copy_n(position, 3, xyz);
+  }
+}
+
+double* zvLassoWidget::GetHandlePosition(int handle)
+{
+  zvTraceMacro("zvLassoWidget::GetHandlePosition(int handle)");
+  if (handle < 0 || handle >= this->NumberOfHandles)
+  {
+    vtkErrorMacro("zvLassoWidget: handle index out of range.");
+    return nullptr;
+  }
+  return this->HandleGeometry[handle]->GetCenter();
+}
+
+void zvLassoWidget::GetPolyData(vtkPolyData* pd)
+{
+  zvTraceMacro("zvLassoWidget::GetPolyData(vtkPolyData *pd)");
+  if (pd)
+  {
+    pd->ShallowCopy(this->ParametricFunctionSource->GetOutput());
+  }
+}
+
+double zvLassoWidget::GetSummedLength()
+{
+  zvTraceMacro("zvLassoWidget::GetSummedLength()");
+  vtkPolyData* line = this->ParametricFunctionSource->GetOutput();
+  return zvHandleCurve::SummedLength(zvHandleCurve::Read(line->GetPoints()));
+}
+
+void zvLassoWidget::CalculateCentroid()
+{
+  zvTraceMacro("zvLassoWidget::CalculateCentroid()");
+  std::copy_n(zvHandleCurve::Centroid(this->ReadHandles()).data(), 3, this->Centroid);
+}
+
+void zvLassoWidget::InitializeHandles(vtkPoints* points)
+{
+  zvTraceMacro("zvLassoWidget::InitializeHandles(vtkPoints* points)");
+  if (!points)
+  {
+    return;
+  }
+  const Positions positions = zvHandleCurve::Read(points);
+  this->SetNumberOfHandles(static_cast<int>(positions.size()));
+  int handle = 0;
+  for (const Position& position : positions)
+  {
+    this->SetHandlePosition(handle++, position[0], position[1], position[2]);
+  }
+}
+
+void zvLassoWidget::EraseHandle(const int& index)
+{
+  zvTraceMacro("zvLassoWidget::EraseHandle(const int& index)");
+  if (this->NumberOfHandles >= 3 && index >= 0 && index < this->NumberOfHandles)
+  {
+    this->InitializeHandles(
+      zvHandleCurve::MakePoints(zvHandleCurve::Erased(this->ReadHandles(), index)));
+  }
+}
+
+void zvLassoWidget::InsertHandleOnLine(double* pos)
+{
+  zvTraceMacro("zvLassoWidget::InsertHandleOnLine(double* pos)");
+  if (this->NumberOfHandles < 2 || this->LinePicker->GetCellId() == -1)
+  {
+    return;
+  }
+  const Positions handles = this->ReadHandles();
+  const int after = zvHandleCurve::FindInsertion(
+    this->ParametricSpline, this->NumberOfHandles, this->LinePicker->GetSubId(), this->Resolution);
+  this->InitializeHandles(zvHandleCurve::MakePoints(
+    zvHandleCurve::Inserted(handles, after, { { pos[0], pos[1], pos[2] } })));
+}
+
+int zvLassoWidget::IsClosed()
+{
+  zvTraceMacro("zvLassoWidget::IsClosed()");
+  if (this->NumberOfHandles < 2 || !this->Closed)
+  {
+    return 0;
+  }
+  const auto closure = zvHandleCurve::TestClosure(this->ParametricFunctionSource->GetOutput());
+  if (closure == zvHandleCurve::Closure::NoLine)
+  {
+    vtkErrorMacro("No line data to query geometric closure");
+  }
+  return closure == zvHandleCurve::Closure::Closed ? 1 : 0;
+}
+
+int zvLassoWidget::IsClicked()
+{
+  zvTraceMacro("zvLassoWidget::IsClicked()");
+  return this->Pick(this->HandlePicker) || this->Pick(this->LinePicker) ? 1 : 0;
+}
+
+int zvLassoWidget::GetState()
+{
+  zvTraceMacro("zvLassoWidget::GetState()");
+  return this->State;
+}
+
+void zvLassoWidget::SetState(int state)
+{
+  zvTraceMacro("zvLassoWidget::SetState(int state)");
+  this->State = state;
+}
+
+void zvLassoWidget::AddHandle(double* pos)
+{
+  zvTraceMacro("zvLassoWidget::AddHandle(double x[3])");
+  if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
+  {
+    this->CurrentHandleIndex = this->HighlightHandle(this->PickedHandle());
+    if (this->CurrentHandleIndex == 0)
+    {
+      this->ClosedOn();
+      this->State = Start;
+      this->SetEnabled(1);
+    }
+    this->CurrentHandleIndex = this->HighlightHandle(nullptr);
+    return;
+  }
+  Positions handles = this->ReadHandles();
+  handles.push_back({ { pos[0], pos[1], pos[2] } });
+  this->InitializeHandles(zvHandleCurve::MakePoints(handles));
+  this->TakePokedRenderer();
+  this->ShowCurve();
+  this->State = Placing;
+  // A handle that is taken for a moment brings its depth, which the size of all goes by.
+  this->HighlightHandle(this->Handle.empty() ? nullptr : this->Handle.front().Get());
+  this->SizeHandles();
+  this->HighlightHandle(nullptr);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvLassoWidget::BuildRepresentation()
+{
+  zvCurveParts::FollowHandles(this->ReadHandles(), this->ParametricSpline, this->LineActor);
+}
+
+void zvLassoWidget::Initialize()
+{
+  zvTraceMacro("zvLassoWidget::Initialize(void)");
+  this->TakePokedRenderer();
+  this->HideHandles();
+  for (vtkActor* handle : this->Handle)
+  {
+    this->HandlePicker->DeletePickList(handle);
+  }
+  this->HandleGeometry.clear();
+  this->Handle.clear();
+  this->NumberOfHandles = 0;
+}
+
+void zvLassoWidget::ProjectPointsToPlane()
+{
+  zvTraceMacro("zvLassoWidget::ProjectPointsToPlane()");
+  if (this->ProjectionNormal == zvHandleCurve::Oblique)
+  {
+    this->ProjectPointsToObliquePlane();
+  }
+  else
+  {
+    this->ProjectPointsToOrthoPlane();
+  }
+}
+
+void zvLassoWidget::ProjectPointsToOrthoPlane()
+{
+  zvTraceMacro("zvLassoWidget::ProjectPointsToOrthoPlane()");
+  if (this->ProjectionNormal != zvHandleCurve::Oblique)
+  {
+    Positions handles = this->ReadHandles();
+    zvHandleCurve::ProjectToOrthoPlane(handles, this->ProjectionNormal, this->ProjectionPosition);
+    this->WriteHandles(handles);
+  }
+}
+
+void zvLassoWidget::ProjectPointsToObliquePlane()
+{
+  zvTraceMacro("zvLassoWidget::ProjectPointsToObliquePlane()");
+  if (!this->PlaneSource)
+  {
+    vtkGenericWarningMacro("Set the plane source for oblique projections...");
+    return;
+  }
+  Positions handles = this->ReadHandles();
+  zvHandleCurve::ProjectToObliquePlane(handles, this->PlaneSource);
+  this->WriteHandles(handles);
+}
+
+void zvLassoWidget::MovePoint(double* p1, double* p2)
+{
+  zvTraceMacro("zvLassoWidget::MovePoint(double *p1, double *p2)");
+  Positions handles = this->ReadHandles();
+  if (this->CurrentHandleIndex < 0 || this->CurrentHandleIndex >= this->NumberOfHandles)
+  {
+    vtkGenericWarningMacro("Spline handle index out of range.");
+    return;
+  }
+  Positions moved(1, handles[this->CurrentHandleIndex]);
+  zvHandleCurve::Translate(moved, MotionBetween(p1, p2));
+  handles[this->CurrentHandleIndex] = moved.front();
+  this->WriteHandles(handles);
+}
+
+void zvLassoWidget::Translate(double* p1, double* p2)
+{
+  zvTraceMacro("zvLassoWidget::Translate(double *p1, double *p2)");
+  Positions handles = this->ReadHandles();
+  zvHandleCurve::Translate(handles, MotionBetween(p1, p2));
+  this->WriteHandles(handles);
+}
+
+void zvLassoWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
+{
+  zvTraceMacro("zvLassoWidget::Scale(double *p1, double *p2, int vtkNotUsed(X), int Y)");
+  if (!this->Interactor)
+  {
+    return;
+  }
+  Positions handles = this->ReadHandles();
+  const bool shrink = this->Interactor->GetLastEventPosition()[1] >= Y;
+  zvHandleCurve::Scale(handles, std::sqrt(vtkMath::Distance2BetweenPoints(p1, p2)), shrink);
+  this->WriteHandles(handles);
+}
+
+void zvLassoWidget::Spin(double* p1, double* p2, double* vpn)
+{
+  zvTraceMacro("zvLassoWidget::Spin(double *p1, double *p2, double *vpn)");
+  Position axis;
+  const bool canSpin = this->ProjectToPlane
+    ? zvHandleCurve::FindPlanarSpinAxis(this->ProjectionNormal, this->PlaneSource, axis)
+    : zvHandleCurve::FindFreeSpinAxis(MotionBetween(p1, p2), vpn, axis);
+  if (!canSpin)
+  {
+    return;
+  }
+  const Position from{ { p1[0], p1[1], p1[2] } };
+  const Position to{ { p2[0], p2[1], p2[2] } };
+  const Position center{ { this->Centroid[0], this->Centroid[1], this->Centroid[2] } };
+  Positions handles = this->ReadHandles();
+  zvHandleCurve::Spin(handles, from, to, center, axis, this->Transform);
+  this->WriteHandles(handles);
+}
+
+int zvLassoWidget::HighlightHandle(vtkProp* prop)
+{
+  zvTraceMacro("zvLassoWidget::HighlightHandle(vtkProp *prop)");
+  if (this->CurrentHandle)
+  {
+    this->CurrentHandle->SetProperty(this->HandleProperty);
+  }
+  this->CurrentHandle = vtkActor::SafeDownCast(prop);
+  const auto found = std::find(this->Handle.begin(), this->Handle.end(), this->CurrentHandle.Get());
+  if (!this->CurrentHandle || found == this->Handle.end())
+  {
+    return -1;
+  }
+  this->ValidPick = 1;
+  this->HandlePicker->GetPickPosition(this->LastPickPosition);
+  this->CurrentHandle->SetProperty(this->SelectedHandleProperty);
+  return static_cast<int>(found - this->Handle.begin());
+}
+
+void zvLassoWidget::HighlightLine(int highlight)
+{
+  zvTraceMacro("zvLassoWidget::HighlightLine(int highlight)");
+  if (highlight)
+  {
+    this->ValidPick = 1;
+    this->LinePicker->GetPickPosition(this->LastPickPosition);
+    this->LineActor->SetProperty(this->SelectedLineProperty);
+  }
+  else
+  {
+    this->LineActor->SetProperty(this->LineProperty);
+  }
+}
+
+void zvLassoWidget::OnLeftButtonDown()
+{
+  zvTraceMacro("zvLassoWidget::OnLeftButtonDown()");
+  if (this->State == Locked)
+  {
+    return;
+  }
+  this->CurveGrabbed = false;
+  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
+  {
+    this->State = Outside;
+    return;
+  }
+  if (this->Pick(this->HandlePicker))
+  {
+    this->ApplyToHandles(this->HandleProperty);
+    this->CurrentHandleIndex = this->HighlightHandle(this->PickedHandle());
+    if (this->CurrentHandleIndex == 0 && !this->Closed)
+    {
+      this->ClosedOn();
+    }
+    this->State = Moving;
+  }
+  else if (!this->TakeLineOrSpace())
+  {
+    this->State = Outside;
+    return;
+  }
+  this->BeginInteraction();
+}
+
+void zvLassoWidget::OnLeftButtonUp()
+{
+  zvTraceMacro("zvLassoWidget::OnLeftButtonUp()");
+  if (this->State == Start || this->State == Outside || this->State == Locked)
+  {
+    return;
+  }
+  this->State = Start;
+  this->HighlightLine(0);
+  this->CurveGrabbed = false;
+  this->HighlightHandle(nullptr);
+  this->SizeHandles();
+  this->ApplyToHandles(this->ClosedHandleProperty);
+  this->FinishInteraction();
+}
+
+void zvLassoWidget::OnMiddleButtonDown()
+{
+  zvTraceMacro("zvLassoWidget::OnMiddleButtonDown()");
+  // Deliberate: a locked lasso can be grabbed with this button. Hosts lock all lassos while the
+  // left button draws, and the middle one still moves them.
+  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
+  {
+    this->State = Outside;
+    return;
+  }
+  this->State = Moving;
+  if (!this->Pick(this->HandlePicker) && !this->Pick(this->LinePicker))
+  {
+    this->State = Outside;
+    this->HighlightLine(0);
+    this->CurveGrabbed = false;
+    return;
+  }
+  this->HighlightLine(1);
+  this->CurveGrabbed = true;
+  this->BeginInteraction();
+}
+
+void zvLassoWidget::OnMiddleButtonUp()
+{
+  zvTraceMacro("zvLassoWidget::OnMiddleButtonUp()");
+  if (this->State == Start || this->State == Outside)
+  {
+    return;
+  }
+  this->State = Start;
+  this->HighlightLine(0);
+  this->CurveGrabbed = false;
+  this->SizeHandles();
+  this->FinishInteraction();
+}
+
+// Deliberately empty but for the trace: the right button is the host's, for its menu.
+void zvLassoWidget::OnRightButtonDown()
+{
+  zvTraceMacro("zvLassoWidget::OnRightButtonDown()");
+}
+
+void zvLassoWidget::OnRightButtonUp()
+{
+  zvTraceMacro("zvLassoWidget::OnRightButtonUp()");
+  this->SizeHandles();
+}
+
+void zvLassoWidget::OnMouseMove()
+{
+  double previous[3];
+  double current[3];
+  if (this->State == Start || this->State == Outside || this->State == Locked ||
+    !zvDrag::GetMotion(
+      this->Interactor, this->CurrentRenderer, this->LastPickPosition, previous, current))
+  {
+    return;
+  }
+  this->MoveWithPointer(previous, current);
+  this->FollowMotion();
+  this->TellMotion();
+}
+
+void zvLassoWidget::OnMouseWheelForward()
+{
+  zvTraceMacro("zvLassoWidget::OnMouseWheelForward()");
+  this->SizeHandles();
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvLassoWidget::OnMouseWheelBackward()
+{
+  zvTraceMacro("zvLassoWidget::OnMouseWheelBackward()");
+  this->SizeHandles();
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvLassoWidget::ProcessEvents(
+  vtkObject* vtkNotUsed(object), unsigned long event, void* clientdata, void* vtkNotUsed(calldata))
+{
+  // An observer may release the widget while its handler runs.
+  const vtkSmartPointer<zvLassoWidget> self = static_cast<zvLassoWidget*>(clientdata);
+  switch (event)
+  {
+    case vtkCommand::LeftButtonPressEvent:
+      self->OnLeftButtonDown();
+      break;
+    case vtkCommand::LeftButtonReleaseEvent:
+      self->OnLeftButtonUp();
+      break;
+    case vtkCommand::MiddleButtonPressEvent:
+      self->OnMiddleButtonDown();
+      break;
+    case vtkCommand::MiddleButtonReleaseEvent:
+      self->OnMiddleButtonUp();
+      break;
+    case vtkCommand::RightButtonPressEvent:
+      self->OnRightButtonDown();
+      break;
+    case vtkCommand::RightButtonReleaseEvent:
+      self->OnRightButtonUp();
+      break;
+    case vtkCommand::MouseMoveEvent:
+      self->OnMouseMove();
+      break;
+    case vtkCommand::MouseWheelForwardEvent:
+      self->OnMouseWheelForward();
+      break;
+    case vtkCommand::MouseWheelBackwardEvent:
+      self->OnMouseWheelBackward();
+      break;
+    default:
+      break;
+  }
+}
+
+void zvLassoWidget::SizeHandles()
+{
+  zvTraceMacro("zvLassoWidget::SizeHandles()");
+  const double radius = this->FindHandleRadius(HandleSizeFactor);
+  for (vtkSphereSource* sphere : this->HandleGeometry)
+  {
+    sphere->SetRadius(radius);
+  }
+}
+
+void zvLassoWidget::CreateDefaultProperties()
+{
+  zvTraceMacro("zvLassoWidget::CreateDefaultProperties()");
+  if (!this->HandleProperty)
+  {
+    this->HandleProperty = vtkSmartPointer<vtkProperty>::New();
+    this->HandleProperty->SetColor(1.0, 0.0, 0.0);
+  }
+  if (!this->SelectedHandleProperty)
+  {
+    this->SelectedHandleProperty = zvCurveParts::MakeSelectedHandleProperty();
+  }
+  if (!this->ClosedHandleProperty)
+  {
+    this->ClosedHandleProperty = vtkSmartPointer<vtkProperty>::New();
+    this->ClosedHandleProperty->SetOpacity(FadedOpacity);
+  }
+  if (!this->LineProperty)
+  {
+    this->LineProperty = zvCurveParts::MakeLineProperty();
+  }
+  if (!this->SelectedLineProperty)
+  {
+    this->SelectedLineProperty = zvCurveParts::MakeSelectedLineProperty();
+  }
+}
+
+void zvLassoWidget::ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property)
+{
+  if (field != property)
+  {
+    field = property;
+    this->Modified();
+  }
+}
+
+Positions zvLassoWidget::ReadHandles()
+{
+  Positions positions(this->HandleGeometry.size());
+  for (std::size_t i = 0; i < positions.size(); ++i)
+  {
+    this->HandleGeometry[i]->GetCenter(positions[i].data());
+  }
+  return positions;
+}
+
+void zvLassoWidget::WriteHandles(const Positions& positions)
+{
+  for (std::size_t i = 0; i < positions.size() && i < this->HandleGeometry.size(); ++i)
+  {
+    vtkSphereSource* sphere = this->HandleGeometry[i];
+    const vtkMTimeType before = sphere->GetMTime();
+    sphere->SetCenter(positions[i][0], positions[i][1], positions[i][2]);
+    if (sphere->GetMTime() != before) // most handles stay where they are
+    {
+      sphere->Update();
+    }
+  }
+}
+
+void zvLassoWidget::MakeHandle(const Position& center, double radius)
+{
+  auto sphere = vtkSmartPointer<vtkSphereSource>::New();
+  sphere->SetThetaResolution(ThetaResolution);
+  sphere->SetPhiResolution(PhiResolution);
+  sphere->SetCenter(center[0], center[1], center[2]);
+  sphere->SetRadius(radius);
+  auto mapper = vtkSmartPointer<vtkPolyDataMapper>::New();
+  mapper->SetInputConnection(sphere->GetOutputPort());
+  auto actor = vtkSmartPointer<vtkActor>::New();
+  actor->SetMapper(mapper);
+  actor->SetProperty(this->HandleProperty);
+  this->HandlePicker->AddPickList(actor);
+  this->HandleGeometry.push_back(sphere);
+  this->Handle.push_back(actor);
+}
+
+Position zvLassoWidget::StartOfHandle(int index, int count)
+{
+  Position start{ { 0.0, 0.0, 0.0 } };
+  if (this->ParametricSpline)
+  {
+    double u[3] = { count > 1 ? index / (count - 1.0) : 0.0, 0.0, 0.0 };
+    double derivatives[9];
+    this->ParametricSpline->Evaluate(u, start.data(), derivatives);
+  }
+  return start;
+}
+
+double zvLassoWidget::FindHandleRadius(double factor)
+{
+  // A renderer that has left its window has no size to go by.
+  return this->CurrentRenderer && !zvViewLookup::IsShown(this->CurrentRenderer)
+    ? this->HandleSize * factor * this->InitialLength
+    : this->vtk3DWidget::SizeHandles(factor);
+}
+
+void zvLassoWidget::ApplyToHandles(vtkProperty* property)
+{
+  for (vtkActor* handle : this->Handle)
+  {
+    handle->SetProperty(property);
+  }
+}
+
+bool zvLassoWidget::TakePokedRenderer()
+{
+  vtkRenderer* renderer = zvViewLookup::Choose(this->CurrentRenderer, this->Interactor);
+  if (renderer != this->CurrentRenderer)
+  {
+    this->SetCurrentRenderer(renderer);
+  }
+  return this->CurrentRenderer != nullptr;
+}
+
+bool zvLassoWidget::Pick(vtkCellPicker* picker)
+{
+  if (!this->Interactor)
+  {
+    return false;
+  }
+  const int* position = this->Interactor->GetEventPosition();
+  return zvPick::At(picker, position[0], position[1], this->CurrentRenderer) != 0;
+}
+
+vtkProp* zvLassoWidget::PickedHandle()
+{
+  vtkAssemblyPath* path = this->HandlePicker->GetPath();
+  return path ? path->GetFirstNode()->GetViewProp() : nullptr;
+}
+
+bool zvLassoWidget::TakeLineOrSpace()
+{
+  this->CurrentHandleIndex = this->HighlightHandle(nullptr);
+  if (this->Pick(this->LinePicker))
+  {
+    this->InsertHandleUnderPointer();
+    return true;
+  }
+  if (this->Closed)
+  {
+    return false;
+  }
+  // A picker that misses puts its position under the pointer, at the depth of the focal point.
+  double position[3];
+  this->LinePicker->GetPickPosition(position);
+  zvViewLookup::Render(this->Interactor);
+  this->AddHandle(position);
+  this->State = Placing;
+  return true;
+}
+
+void zvLassoWidget::InsertHandleUnderPointer()
+{
+  double position[3];
+  this->LinePicker->GetPickPosition(position);
+  this->ApplyToHandles(this->HandleProperty);
+  zvViewLookup::Render(this->Interactor);
+  this->InsertHandleOnLine(position);
+  if (this->Pick(this->HandlePicker))
+  {
+    this->CurrentHandleIndex = this->HighlightHandle(this->PickedHandle());
+    this->State = Moving;
+  }
+}
+
+void zvLassoWidget::BeginInteraction()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  if (this->Interactor && this->Interactor->GetRenderWindow())
+  {
+    this->StartInteraction();
+  }
+  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvLassoWidget::FinishInteraction()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  if (this->Interactor && this->Interactor->GetRenderWindow())
+  {
+    this->EndInteraction();
+  }
+  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvLassoWidget::MoveWithPointer(double previous[3], double current[3])
+{
+  const int* position = this->Interactor->GetEventPosition();
+  switch (this->State)
+  {
+    case Moving:
+      this->CurrentHandle ? this->MovePoint(previous, current) : this->Translate(previous, current);
+      break;
+    case Scaling:
+      this->Scale(previous, current, position[0], position[1]);
+      break;
+    case Spinning:
+      this->Spin(previous, current, this->CurrentRenderer->GetActiveCamera()->GetViewPlaneNormal());
+      break;
+    default:
+      break;
+  }
+}
+
+void zvLassoWidget::FollowMotion()
+{
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  this->BuildRepresentation();
+}
+
+void zvLassoWidget::TellMotion()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvLassoWidget::ShowActor(vtkActor* actor, vtkProperty* property)
+{
+  if (this->CurrentRenderer)
+  {
+    this->CurrentRenderer->AddViewProp(actor);
+  }
+  actor->SetProperty(property);
+}
+
+void zvLassoWidget::ShowCurve()
+{
+  this->ShowActor(this->LineActor, this->LineProperty);
+  for (vtkActor* handle : this->Handle)
+  {
+    this->ShowActor(handle, this->HandleProperty);
+  }
+}
+
+void zvLassoWidget::HideCurve()
+{
+  if (this->CurrentRenderer)
+  {
+    this->CurrentRenderer->RemoveViewProp(this->LineActor);
+  }
+  this->HideHandles();
+}
+
+void zvLassoWidget::HideHandles()
+{
+  if (this->CurrentRenderer)
+  {
+    for (vtkActor* handle : this->Handle)
+    {
+      this->CurrentRenderer->RemoveViewProp(handle);
+    }
+  }
+}

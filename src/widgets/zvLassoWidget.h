@@ -1,0 +1,419 @@
+#ifndef zvLassoWidget_h
+#define zvLassoWidget_h
+
+#include "zvWidgetsExport.h"
+
+#include "vtk3DWidget.h"
+#include "vtkNew.h"
+#include "vtkSmartPointer.h"
+#include "vtkWeakPointer.h"
+
+#include <array>
+#include <vector>
+
+class vtkActor;
+class vtkCellPicker;
+class vtkParametricFunctionSource;
+class vtkPlaneSource;
+class vtkPoints;
+class vtkPolyData;
+class vtkProp;
+class vtkProperty;
+class vtkSphereSource;
+class vtkTransform;
+class zvParametricSpline;
+
+/// A closed region that is drawn on a slice: spheres as handles and a spline through them, drawn as
+/// a line of Resolution segments. The user drags a handle, clicks the line to insert a handle
+/// there, clicks empty space to append one, and clicks the first handle to close the curve. The
+/// handles keep their size on the screen and fade out when the left button is released; faded they
+/// can still be picked. A lasso can be kept on a plane along an axis or on an oblique plane.
+///
+/// A host sets the interactor (SetInteractor), gives handles (AddHandle, InitializeHandles, or
+/// SetNumberOfHandles and PlaceWidget) and enables the widget (SetEnabled(1) or On()). The renderer
+/// is the current one if that was set, else the one under the last event position. All positions
+/// are world positions in millimetres.
+///
+/// State    event                                        next      tells observers
+/// Locked   left press or release, mouse move            Locked    -
+/// any other state:
+///          left press outside the view                  Outside   -
+///          left press on a handle (the first of an      Moving    StartInteractionEvent
+///          open curve: closes it)
+///          left press on the line: a handle is inserted Moving    StartInteractionEvent
+///          (not found again under the mouse: unchanged)
+///          left press on nothing, closed curve          Outside   -
+///          left press on nothing, open curve: appends   Placing   StartInteractionEvent
+/// any, Locked too:
+///          middle press on a handle or the line         Moving    StartInteractionEvent
+///          middle press on nothing or outside the view  Outside   -
+/// Moving, Scaling, Spinning, Placing   mouse move       the same  InteractionEvent
+/// Moving, Scaling, Spinning, Placing   left release     Start     EndInteractionEvent
+/// any but Start, Outside               middle release   Start     EndInteractionEvent
+/// any      right press and release, wheel               the same  - (the wheel renders)
+///
+/// Each row with an event sets the abort flag, so that observers behind the widget do not see the
+/// mouse event, and ends in a render. Locked, Scaling and Spinning are entered by SetState only.
+/// Outside is left by the next press, a release does not clear it. A middle drag moves the handle
+/// that a left press holds, or the whole lasso once that was released.
+///
+/// Other events: EnableEvent and DisableEvent by SetEnabled. No event has call data.
+///
+/// Lifetime: the widget may be deleted at any moment, enabled, in mid-drag or from its own
+/// observer, before or after its interactor, window and renderers. An observer may disable it, take
+/// its interactor away or release it. Deleted, it takes its line and handles out of the view. The
+/// plane source is referred to without a reference and counts as not set once it is gone.
+class ZVWIDGETS_EXPORT zvLassoWidget : public vtk3DWidget
+{
+public:
+  vtkTypeMacro(zvLassoWidget, vtk3DWidget)
+
+  /// A new widget with one reference, from the object factory if that knows the class.
+  static zvLassoWidget* New();
+
+  /// The values of State; 5 is not used. Hosts read and write them, so the numbers are fixed.
+  enum WidgetState
+  {
+    Start = 0,
+    Moving = 1,
+    Scaling = 2,
+    Spinning = 3,
+    Placing = 4,
+    Outside = 6,
+    Locked = 7
+  };
+
+  /// Write the fields of the parent, then those of this class, a line each.
+  void PrintSelf(ostream& os, vtkIndent indent) override;
+
+  /// "zvLassoWidget $Revision: 1.2 $".
+  virtual void CollectRevisions(ostream& os);
+
+  /// Show the lasso and let it answer the mouse (1), or take it out of the view and off the
+  /// interactor (0). The value it has changes nothing. Without an interactor: the error "The
+  /// interactor must be set prior to enabling/disabling widget". Without a renderer in the window
+  /// it stays disabled, silently. Shown, all handles have HandleProperty. Invokes EnableEvent or
+  /// DisableEvent and renders.
+  void SetEnabled(int enabling) override;
+
+  ///@{
+  /// Spread the handles on the diagonal of \a bounds (xmin, xmax, ymin, ymax, zmin, zmax), or with
+  /// ProjectToPlane on move them to the plane. The line follows at the next BuildRepresentation,
+  /// not before; renders nothing. The other forms work out bounds as vtk3DWidget does.
+  void PlaceWidget(double bounds[6]) override;
+  void PlaceWidget() override;
+  void PlaceWidget(
+    double xmin, double xmax, double ymin, double ymax, double zmin, double zmax) override;
+  ///@}
+
+  /// Attach the widget to the interactor's mouse events at Priority, without EnableEvent. Called by
+  /// SetEnabled(1). Does nothing without an interactor.
+  void AddObservers();
+
+  ///@{
+  /// Whether every change of a handle ends in a projection of all of them (default 0). Setting it
+  /// calls Modified and moves nothing: the next change does.
+  virtual void SetProjectToPlane(int project);
+  virtual int GetProjectToPlane();
+  virtual void ProjectToPlaneOn();
+  virtual void ProjectToPlaneOff();
+  ///@}
+
+  ///@{
+  /// The direction of the plane: 0 along x, 1 along y, 2 along z, 3 that of the plane source
+  /// (default 0). Clamped to that range; calls Modified if it changes, moves nothing.
+  virtual void SetProjectionNormal(int normal);
+  virtual int GetProjectionNormalMinValue();
+  virtual int GetProjectionNormalMaxValue();
+  virtual int GetProjectionNormal();
+  ///@}
+
+  ///@{
+  /// The coordinate of the plane on its axis, in millimetres (default 0.0). With ProjectToPlane on
+  /// the handles move there at once. Rebuilds the line, does not call Modified or render.
+  void SetProjectionPosition(double position);
+  virtual double GetProjectionPosition();
+  ///@}
+
+  /// The oblique plane (default null). No reference is taken; moves nothing.
+  void SetPlaneSource(vtkPlaneSource* plane);
+
+  ///@{
+  /// The look of the handles (when shown, grabbed, and at rest after a release) and of the line (at
+  /// rest and grabbed). A reference is taken, null is allowed, Modified is called on a change. A
+  /// property that is set while the widget shows is applied when the widget next changes what it
+  /// shows.
+  virtual void SetHandleProperty(vtkProperty* property);
+  virtual vtkProperty* GetHandleProperty();
+  virtual void SetSelectedHandleProperty(vtkProperty* property);
+  virtual vtkProperty* GetSelectedHandleProperty();
+  virtual void SetClosedHandleProperty(vtkProperty* property);
+  virtual vtkProperty* GetClosedHandleProperty();
+  virtual void SetLineProperty(vtkProperty* property);
+  virtual vtkProperty* GetLineProperty();
+  virtual void SetSelectedLineProperty(vtkProperty* property);
+  virtual vtkProperty* GetSelectedLineProperty();
+  ///@}
+
+  /// Give all handles HandleProperty (1) or ClosedHandleProperty (any other value), which by
+  /// default can hardly be seen. Renders nothing.
+  void SetHandleVisibility(int visibility);
+
+  ///@{
+  /// The number of handles (default 0; below 0 counts as 0). A change remakes all handles, spread
+  /// along the curve as it was: give positions afterwards. With an interactor they are put into the
+  /// view, which renders.
+  virtual void SetNumberOfHandles(int count);
+  virtual int GetNumberOfHandles();
+  ///@}
+
+  ///@{
+  /// The number of segments in which the line is drawn (default 500). Fewer than the spans between
+  /// the handles are ignored.
+  void SetResolution(int resolution);
+  virtual int GetResolution();
+  ///@}
+
+  ///@{
+  /// The function that runs through the handles. A reference is taken. It is not told Closed and
+  /// takes the handles at the next rebuild. With null the line stays as it was last built.
+  virtual void SetParametricSpline(zvParametricSpline* spline);
+  virtual zvParametricSpline* GetParametricSpline();
+  ///@}
+
+  ///@{
+  /// Whether the line runs on from the last handle to the first (default 0). Rebuilds the line.
+  void SetClosed(int closed);
+  virtual int GetClosed();
+  virtual void ClosedOn();
+  virtual void ClosedOff();
+  ///@}
+
+  ///@{
+  /// Move one handle; with ProjectToPlane on all are projected. Rebuilds the line, renders nothing.
+  /// Out of range: the error "zvLassoWidget: handle index out of range.", and nothing changes.
+  void SetHandlePosition(int handle, double x, double y, double z);
+  void SetHandlePosition(int handle, double xyz[3]);
+  ///@}
+
+  ///@{
+  /// Where a handle is. Out of range: the error "zvLassoWidget: handle index out of range.", \a xyz
+  /// stays as it was and the second form gives null. Its pointer is good until the number of
+  /// handles changes.
+  void GetHandlePosition(int handle, double xyz[3]);
+  double* GetHandlePosition(int handle);
+  ///@}
+
+  /// Give \a pd a shallow copy of the line as it was last sampled, that is drawn. Null is ignored.
+  void GetPolyData(vtkPolyData* pd);
+
+  /// The length in millimetres of the line as it was last sampled; 0.0 if it never was.
+  double GetSummedLength();
+
+  /// Store the mean of the handles in Centroid; the origin if there are none.
+  void CalculateCentroid();
+
+  /// Replace the handles by \a points. Null does nothing. Renders only if the number changes.
+  void InitializeHandles(vtkPoints* points);
+
+  /// Take a handle out. Does nothing with fewer than three handles or out of range.
+  void EraseHandle(const int& index);
+
+  /// Insert a handle at \a pos where the last pick hit the line: the segment is found by length
+  /// along the curve. Does nothing if that pick missed or with fewer than two handles.
+  void InsertHandleOnLine(double* pos);
+
+  /// Whether the line as it was last sampled comes back to its first point: 1 or 0. Always 0 with
+  /// fewer than two handles or Closed off. Never sampled: the error "No line data to query
+  /// geometric closure", and 0.
+  int IsClosed();
+
+  /// Whether a handle or the line is at the interactor's event position: 1 or 0. Changes no state;
+  /// 0 without an interactor or a renderer.
+  int IsClicked();
+
+  ///@{
+  /// The interaction state, a value of WidgetState. Stored as it is.
+  int GetState();
+  void SetState(int state);
+  ///@}
+
+  /// Append a handle at \a pos and show the lasso, or, if there are two handles or more and the
+  /// event position is on a handle, add none: on the first handle the curve is closed and the
+  /// widget enabled. State becomes Placing or Start. Takes the renderer under the last event
+  /// position if there is none yet. Renders.
+  void AddHandle(double* pos);
+
+  /// Let the spline run through the handles as they are. The line is sampled when it is next drawn.
+  void BuildRepresentation();
+
+  /// Take all handles out of the view and forget them.
+  void Initialize();
+
+  ///@{
+  /// Move all handles to the plane, whether or not ProjectToPlane is on. Oblique without a plane
+  /// source: the generic warning "Set the plane source for oblique projections...", and nothing
+  /// moves. The line is not rebuilt.
+  void ProjectPointsToPlane();
+  void ProjectPointsToOrthoPlane();
+  void ProjectPointsToObliquePlane();
+  ///@}
+
+  ///@{
+  /// Move handles by the world motion from \a p1 to \a p2, without projecting or rebuilding.
+  /// MovePoint moves the handle that was grabbed; if there is none, the generic warning "Spline
+  /// handle index out of range." Scale shrinks the curve about its mean if the last event was not
+  /// below \a Y, and lets it grow otherwise. Spin turns it about Centroid, which it does not
+  /// refresh: about the plane's normal with ProjectToPlane on, else about the axis that the motion
+  /// and the view plane normal \a vpn give; without a plane source for an oblique plane nothing
+  /// turns.
+  void MovePoint(double* p1, double* p2);
+  void Translate(double* p1, double* p2);
+  void Scale(double* p1, double* p2, int X, int Y);
+  void Spin(double* p1, double* p2, double* vpn);
+  ///@}
+
+  /// Make \a prop the handle that is grabbed: it gets SelectedHandleProperty, the one before
+  /// HandleProperty, and later motions have the depth of the last pick of handles. Null lets go.
+  /// \return the index of the handle; -1 for null, or for another actor, which is kept as the
+  /// grabbed one all the same (any other prop counts as null).
+  int HighlightHandle(vtkProp* prop);
+
+  /// Show the line as grabbed (not 0) or at rest (0). Grabbing takes the depth of later motions
+  /// from the last pick of the line.
+  void HighlightLine(int highlight);
+
+  ///@{
+  /// The handlers of the mouse events, see the table above. Harmless without an interactor or a
+  /// renderer.
+  void OnLeftButtonDown();
+  void OnLeftButtonUp();
+  void OnMiddleButtonDown();
+  void OnMiddleButtonUp();
+  void OnRightButtonDown();
+  void OnRightButtonUp();
+  void OnMouseMove();
+  void OnMouseWheelForward();
+  void OnMouseWheelBackward();
+  ///@}
+
+  /// Calls the handler for an interactor event; \a clientdata is the widget.
+  static void ProcessEvents(
+    vtkObject* object, unsigned long event, void* clientdata, void* calldata);
+
+  zvLassoWidget(const zvLassoWidget&) = delete;
+  zvLassoWidget& operator=(const zvLassoWidget&) = delete;
+
+protected:
+  zvLassoWidget();
+  ~zvLassoWidget() override;
+
+  /// Give all handles the radius that keeps their size on the screen.
+  void SizeHandles() override;
+
+  /// Make each property that is still null.
+  void CreateDefaultProperties();
+
+  /// Take a reference to another property and call Modified.
+  void ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property);
+
+  ///@{
+  /// The centres of the handles, in order.
+  std::vector<std::array<double, 3>> ReadHandles();
+  void WriteHandles(const std::vector<std::array<double, 3>>& positions);
+  ///@}
+
+  /// Make one more handle, at a place and of a radius in millimetres, which can be picked.
+  void MakeHandle(const std::array<double, 3>& center, double radius);
+
+  /// The point of the curve, as it is, at which handle \a index of \a count starts.
+  std::array<double, 3> StartOfHandle(int index, int count);
+
+  /// The radius of handles in millimetres; \a factor is in proportion to their size on the screen.
+  double FindHandleRadius(double factor);
+
+  /// Give all handles a property.
+  void ApplyToHandles(vtkProperty* property);
+
+  /// Make the renderer under the last event position the current one, if there is none yet.
+  /// \return whether there is one now.
+  bool TakePokedRenderer();
+
+  /// Put an actor into the current renderer, if there is one, and give it a property.
+  void ShowActor(vtkActor* actor, vtkProperty* property);
+
+  ///@{
+  /// Put the line and the handles into the current renderer, in their own properties, or take them
+  /// out of it.
+  void ShowCurve();
+  void HideCurve();
+  void HideHandles();
+  ///@}
+
+  ///@{
+  /// What handlers are made of. Each step bears that an observer has disabled the widget or taken
+  /// its interactor in the step before.
+  bool Pick(vtkCellPicker* picker); ///< at the event position; \return whether it hit
+  vtkProp* PickedHandle();          ///< what the last pick of handles hit first
+  bool TakeLineOrSpace();           ///< insert or append; \return false if the press is not ours
+  void InsertHandleUnderPointer();  ///< render, insert where the line was hit, take that handle
+  void MoveWithPointer(double previous[3], double current[3]); ///< as the state says
+  void FollowMotion();                                         ///< project if that is on, rebuild
+  void BeginInteraction();  ///< abort, StartInteractionEvent, render
+  void TellMotion();        ///< abort, InteractionEvent, render
+  void FinishInteraction(); ///< abort, EndInteractionEvent, render
+  ///@}
+
+  int State = Start;
+  int ProjectionNormal = 0;
+  double ProjectionPosition = 0.0;
+  int ProjectToPlane = 0;
+  vtkWeakPointer<vtkPlaneSource> PlaneSource;
+  vtkSmartPointer<zvParametricSpline> ParametricSpline;
+  vtkNew<vtkParametricFunctionSource> ParametricFunctionSource;
+  int NumberOfHandles = 0;
+  int Closed = 0;
+  vtkNew<vtkActor> LineActor;
+  int Resolution = 500;
+
+  /// The handles and their spheres, NumberOfHandles of each.
+  std::vector<vtkSmartPointer<vtkActor>> Handle;
+  std::vector<vtkSmartPointer<vtkSphereSource>> HandleGeometry;
+
+  /// Their lists hold every Handle and LineActor: nothing else can be hit.
+  vtkSmartPointer<vtkCellPicker> HandlePicker;
+  vtkSmartPointer<vtkCellPicker> LinePicker;
+
+  /// The actor that is grabbed; null for the whole lasso. Gone with its handle.
+  vtkWeakPointer<vtkActor> CurrentHandle;
+
+  /// The handle that MovePoint moves, -1 for none.
+  int CurrentHandleIndex = -1;
+
+  /// Scratch of Spin.
+  vtkNew<vtkTransform> Transform;
+
+  vtkSmartPointer<vtkProperty> HandleProperty;
+  vtkSmartPointer<vtkProperty> SelectedHandleProperty;
+  vtkSmartPointer<vtkProperty> ClosedHandleProperty;
+  vtkSmartPointer<vtkProperty> LineProperty;
+  vtkSmartPointer<vtkProperty> SelectedLineProperty;
+
+  /// The mean of the handles when CalculateCentroid last ran.
+  double Centroid[3] = { 0.0, 0.0, 0.0 };
+
+  /// True while a middle button's grab lasts; for subclasses.
+  bool CurveGrabbed = false;
+
+  /// Whether operations write a trace; nothing but a subclass raises it.
+  bool DebugMode = false;
+
+private:
+  /// Every interactor that the event command was attached to.
+  std::vector<vtkWeakPointer<vtkObject>> Observed;
+};
+
+/// For an application's table of instantiators; the library itself never calls it.
+ZVWIDGETS_EXPORT vtkObject* vtkInstantiatorzvLassoWidgetNew();
+
+#endif
