@@ -1,5 +1,6 @@
 #include "zvImagePlaneWidget.h"
 
+#include "zvBoxCut.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvImageGrid.h"
@@ -28,7 +29,6 @@
 #include "vtkLookupTable.h"
 #include "vtkMath.h"
 #include "vtkMatrix4x4.h"
-#include "vtkMergePoints.h"
 #include "vtkNew.h"
 #include "vtkPlane.h"
 #include "vtkPlanes.h"
@@ -64,12 +64,6 @@ enum PressedButton
   MiddleButton = 2,
   RightButton = 3
 };
-
-// Keeps a widget alive through an observer that releases it; not one that is being destroyed.
-vtkSmartPointer<vtkObject> Hold(vtkObject* widget)
-{
-  return widget->GetReferenceCount() > 0 ? widget : nullptr;
-}
 
 struct Line
 {
@@ -217,7 +211,6 @@ zvImagePlaneWidget::zvImagePlaneWidget()
   this->Reslice->TransformInputSamplingOff();
   // In single precision the cut at a face of the box misses it for many images, and with it the
   // outline and the centring of the plane.
-  this->BoundsCube->SetOutputPointsPrecision(vtkAlgorithm::DOUBLE_PRECISION);
 
   this->GeneratePlaneOutline();
   this->GenerateTexturePlane();
@@ -368,7 +361,7 @@ void zvImagePlaneWidget::SetEnabled(int enabling)
     vtkErrorMacro("The interactor must be set prior to enabling/disabling widget");
     return;
   }
-  const vtkSmartPointer<vtkObject> hold = Hold(this);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (enabling)
   {
     this->Enable();
@@ -564,7 +557,7 @@ void zvImagePlaneWidget::OnLeftButtonDown()
 
 void zvImagePlaneWidget::OnLeftButtonUp()
 {
-  const vtkSmartPointer<vtkObject> hold = Hold(this);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->RunStop(this->LeftButtonAction);
   this->Clicked = 0;
   std::fill_n(this->PointClicked, 3, 0.0);
@@ -605,7 +598,7 @@ void zvImagePlaneWidget::OnChar()
   const bool modified = this->Interactor->GetShiftKey() || this->Interactor->GetControlKey();
   if ((key == 'r' || key == 'R') && modified)
   {
-    const vtkSmartPointer<vtkObject> hold = Hold(this);
+    const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
     this->SetWindowLevel(this->OriginalWindow, this->OriginalLevel, 0);
     double wl[2] = { this->CurrentWindow, this->CurrentLevel };
     this->EventCallbackCommand->SetAbortFlag(1);
@@ -649,7 +642,7 @@ bool zvImagePlaneWidget::FindPress(int& X, int& Y)
 
 void zvImagePlaneWidget::TellDragStart(unsigned long event, void* calldata)
 {
-  const vtkSmartPointer<vtkObject> hold = Hold(this);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->EventCallbackCommand->SetAbortFlag(1);
   if (this->Interactor && this->Interactor->GetRenderWindow())
   {
@@ -661,7 +654,7 @@ void zvImagePlaneWidget::TellDragStart(unsigned long event, void* calldata)
 
 void zvImagePlaneWidget::TellDragEnd(unsigned long event, void* calldata)
 {
-  const vtkSmartPointer<vtkObject> hold = Hold(this);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->EventCallbackCommand->SetAbortFlag(1);
   if (this->Interactor && this->Interactor->GetRenderWindow())
   {
@@ -797,7 +790,7 @@ void zvImagePlaneWidget::OnMouseMove()
   {
     return;
   }
-  const vtkSmartPointer<vtkObject> hold = Hold(this);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->MoveDrag(previous, current);
   this->EventCallbackCommand->SetAbortFlag(1);
   if (this->State == WindowLevelling)
@@ -1215,8 +1208,7 @@ bool zvImagePlaneWidget::RefuseTurnedImage(bool hasIdentityDirection)
 {
   if (!hasIdentityDirection)
   {
-    vtkErrorMacro("The image's direction matrix is not the identity, so the image is not shown. "
-                  "Reorient it first: permute and flip its axes exactly, or resample it.");
+    vtkErrorMacro(<< zvImageGrid::DirectionText("image", "the image is not shown"));
   }
   return !hasIdentityDirection;
 }
@@ -1279,15 +1271,7 @@ void zvImagePlaneWidget::ConnectPipeline(vtkAlgorithmOutput* port)
 
   double bounds[6];
   this->ImageData->GetBounds(bounds);
-  this->BoundsCube->SetBounds(bounds);
-  this->Cutter->SetInputConnection(this->BoundsCube->GetOutputPort());
-  this->Cutter->SetCutFunction(this->CutPlane);
-  // A box has so few points that clearing the default locator's buckets would take four times as
-  // long as the cut itself, at every step of a slice.
-  vtkNew<vtkMergePoints> fewBuckets;
-  fewBuckets->AutomaticOff();
-  fewBuckets->SetDivisions(2, 2, 2);
-  this->Cutter->SetLocator(fewBuckets);
+  zvBoxCut::Connect(bounds, this->BoundsCube, this->CutPlane, this->Cutter);
   ConfigureTexture(this->Texture, this->TextureInterpolate, this->LookupTable);
   this->TexturePlaneActor->SetMapper(this->NewTexturePlaneMapper(bounds));
   vtkNew<vtkPolyDataMapper> cutMapper;
@@ -1693,12 +1677,9 @@ void zvImagePlaneWidget::UpdatePlane()
     this->DetachInput();
     return;
   }
-  const int* extent = grid.Extent;
-  if (extent[0] > extent[1] || extent[2] > extent[3] || extent[4] > extent[5])
+  if (zvImageGrid::IsEmpty(grid.Extent))
   {
-    vtkErrorMacro("Invalid extent [" << extent[0] << ", " << extent[1] << ", " << extent[2] << ", "
-                                     << extent[3] << ", " << extent[4] << ", " << extent[5] << "]."
-                                     << " Perhaps the input data is empty?");
+    vtkErrorMacro(<< zvImageGrid::EmptyExtentText(grid.Extent));
   }
   this->CutPlane->SetOrigin(this->PlaneSource->GetCenter());
   this->CutPlane->SetNormal(this->PlaneSource->GetNormal());
@@ -1713,29 +1694,11 @@ void zvImagePlaneWidget::UpdatePlane()
 
 void zvImagePlaneWidget::CenterOnCut()
 {
-  if (!this->UpdateCut() || this->Cutter->GetOutput()->GetNumberOfPoints() == 0)
+  double mean[3];
+  if (zvBoxCut::Mean(this->Cutter, mean))
   {
-    return;
+    this->PlaneSource->SetCenter(mean);
   }
-  vtkPoints* cut = this->Cutter->GetOutput()->GetPoints();
-  const vtkIdType count = cut->GetNumberOfPoints();
-  double mean[3] = { 0.0, 0.0, 0.0 };
-  for (vtkIdType i = 0; i < count; ++i)
-  {
-    vtkMath::Add(mean, cut->GetPoint(i), mean);
-  }
-  vtkMath::MultiplyScalar(mean, 1.0 / static_cast<double>(count));
-  this->PlaneSource->SetCenter(mean);
-}
-
-bool zvImagePlaneWidget::UpdateCut()
-{
-  if (this->Cutter->GetNumberOfInputConnections(0) == 0)
-  {
-    return false;
-  }
-  this->Cutter->Update();
-  return true;
 }
 
 void zvImagePlaneWidget::SampleReslice(double axis1[3], double axis2[3], const double spacing[3])
@@ -1756,9 +1719,7 @@ void zvImagePlaneWidget::SampleReslice(double axis1[3], double axis2[3], const d
   {
     vtkErrorMacro("Invalid Y extent: " << y.Voxels);
   }
-  this->Reslice->SetOutputSpacing(x.Spacing, y.Spacing, 1.0);
-  this->Reslice->SetOutputOrigin(0.0, 0.0, 0.0);
-  this->Reslice->SetOutputExtent(0, x.Extent - 1, 0, y.Extent - 1, 0, 0);
+  zvReslicePlane::SetOutput(x, y, 1, this->Reslice);
 }
 
 void zvImagePlaneWidget::UpdatePlacement()
@@ -1766,7 +1727,7 @@ void zvImagePlaneWidget::UpdatePlacement()
   this->PlaneSource->Modified();
   this->PlaneSource->Update();
   this->Modified();
-  this->UpdateCut();
+  zvBoxCut::Update(this->Cutter);
   this->UpdatePlane();
   this->UpdateMargins();
   this->BuildRepresentation();
@@ -2129,10 +2090,7 @@ void zvImagePlaneWidget::EnlargeBeforeTurning()
 
 void zvImagePlaneWidget::TurnPlane(const double center[3], double angle, const double axis[3])
 {
-  this->Transform->Identity();
-  this->Transform->Translate(center[0], center[1], center[2]);
-  this->Transform->RotateWXYZ(angle, axis);
-  this->Transform->Translate(-center[0], -center[1], -center[2]);
+  zvReslicePlane::SetTurn(center, angle, axis, this->Transform);
   zvReslicePlane::Corners turned =
     zvReslicePlane::Turned(GetCorners(this->PlaneSource), this->Transform);
   this->PlaneSource->SetPoint1(turned.Point1);

@@ -156,9 +156,9 @@ public:
   ///
   /// Sets the table range (unless UserControlledLookupTable), the original and current window and
   /// level from the scalar range; a range that is empty or not finite counts as 0 to 1. Integers of
-  /// 64 bits are sampled as doubles, and an image without voxels shows nothing. The plane stays where it is: go on with SetPlaneOrientation,
-  /// PlaceWidget or UpdatePlacement.
-  /// Calls Modified. Renders when the window or level changes while the widget is enabled.
+  /// 64 bits are sampled as doubles, and an image without voxels shows nothing. The plane stays
+  /// where it is: go on with SetPlaneOrientation, PlaceWidget or UpdatePlacement. Calls Modified.
+  /// Renders when the window or level changes while the widget is enabled.
   virtual void SetInput(vtkDataSet* input);
 
   /// The same for the output of a pipeline, which drives the widget from then on. The producer is
@@ -678,7 +678,6 @@ private:
   void SetPart(vtkSmartPointer<T>& part, T* object);
 
   void CenterOnCut();
-  bool UpdateCut();
   void SampleReslice(double axis1[3], double axis2[3], const double spacing[3]);
   double GetStepLength();
   void GetStep(double length, double step[3]);

@@ -1,5 +1,7 @@
 #include "zvImageViewerWidget.h"
 
+#include "zvBoxCut.h"
+#include "zvEvents.h"
 #include "zvFloodFill.h"
 #include "zvImageGrid.h"
 #include "zvNumbers.h"
@@ -126,19 +128,6 @@ void FitLine(vtkCutter* cutter, vtkLineSource* line, vtkIdType first, vtkIdType 
   line->SetPoint2(cut->GetPoint(second));
 }
 
-void MeanOf(vtkPoints* points, double mean[3])
-{
-  std::fill_n(mean, 3, 0.0);
-  const vtkIdType count = points->GetNumberOfPoints();
-  for (vtkIdType i = 0; i < count; ++i)
-  {
-    double point[3];
-    points->GetPoint(i, point);
-    vtkMath::Add(mean, point, mean);
-  }
-  vtkMath::MultiplyScalar(mean, 1.0 / static_cast<double>(count));
-}
-
 zvReslicePlane::Corners CornersOf(vtkPlaneSource* source)
 {
   zvReslicePlane::Corners corners;
@@ -179,12 +168,6 @@ void ReleaseAll(vtkCollection* tools)
   tools->RemoveAllItems();
 }
 
-// Keeps a widget alive through an observer that releases it; not one that is being destroyed.
-vtkSmartPointer<vtkObject> Hold(vtkObject* widget)
-{
-  return widget->GetReferenceCount() > 0 ? widget : nullptr;
-}
-
 // The foot of a point on the line from an origin along an axis.
 void FootOn(const double q[3], const double origin[3], const double axis[3], double foot[3])
 {
@@ -200,11 +183,6 @@ double Distance(const double a[3], const double b[3])
   return std::sqrt(vtkMath::Distance2BetweenPoints(a, b));
 }
 
-// Whether the points of a cut are there.
-bool HasPoints(vtkCutter* cutter)
-{
-  return cutter->GetOutput()->GetNumberOfPoints() > 0;
-}
 }
 
 //------------------------------------------------------------------------------
@@ -219,8 +197,6 @@ zvImageViewerWidget::zvImageViewerWidget()
   this->BuildLine(this->SliceLine2Source, this->SliceLine2Mapper, this->SliceLine2Actor,
     this->SliceLine2Picker, this->SliceLine2Property);
   this->FilledPoints->SetDataTypeToDouble();
-  // In single precision a cut at the far face of a box is empty in about half of all cases.
-  this->BoundsCube->SetOutputPointsPrecision(vtkAlgorithm::DOUBLE_PRECISION);
 }
 
 zvImageViewerWidget::~zvImageViewerWidget()
@@ -276,6 +252,8 @@ void zvImageViewerWidget::BuildLine(vtkLineSource* source, vtkPolyDataMapper* ma
 {
   source->SetResolution(1);
   mapper->SetInputConnection(source->GetOutputPort());
+  // The usual lead over a coplanar slice is too small where that is seen at a slant.
+  mapper->SetRelativeCoincidentTopologyLineOffsetParameters(0.0, -128.0);
   actor->SetMapper(mapper);
   picker->SetTolerance(0.005);
   picker->AddPickList(actor);
@@ -295,7 +273,7 @@ void zvImageViewerWidget::ProcessEvents(
 void zvImageViewerWidget::ProcessKeys(
   vtkObject* object, unsigned long event, void* clientdata, void* calldata)
 {
-  const vtkSmartPointer<vtkObject> hold = Hold(static_cast<vtkObject*>(clientdata));
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(static_cast<vtkObject*>(clientdata));
   vtkInteractorObserver::ProcessEvents(object, event, clientdata, calldata);
 }
 
@@ -319,7 +297,7 @@ void zvImageViewerWidget::ShowActor(vtkActor* actor, vtkProperty* property)
 
 void zvImageViewerWidget::SetEnabled(int enabling)
 {
-  const vtkSmartPointer<vtkObject> hold = Hold(this);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   for (vtkCollection* tools :
     { this->RulerWidgets.Get(), this->AreaWidgets.Get(), this->LassoWidgets.Get() })
   {
@@ -458,8 +436,7 @@ bool zvImageViewerWidget::IsUpright(vtkImageData* image, const char* what, const
   {
     return true;
   }
-  vtkErrorMacro(<< "The " << what << "'s direction matrix is not the identity, so " << consequence
-                << ". Reorient it first: permute and flip its axes exactly, or resample it.");
+  vtkErrorMacro(<< zvImageGrid::DirectionText(what, consequence));
   return false;
 }
 
@@ -546,9 +523,7 @@ void zvImageViewerWidget::ShowSlice(bool on)
 
 void zvImageViewerWidget::OutlineBounds()
 {
-  this->BoundsCube->SetBounds(this->Bounds);
-  this->BoxCutter->SetInputConnection(this->BoundsCube->GetOutputPort());
-  this->BoxCutter->SetCutFunction(this->CutPlane);
+  zvBoxCut::Connect(this->Bounds, this->BoundsCube, this->CutPlane, this->BoxCutter);
   vtkNew<vtkPolyDataMapper> mapper;
   mapper->SetInputConnection(this->BoxCutter->GetOutputPort());
   this->BoxOutlineActor->SetMapper(mapper);
@@ -624,10 +599,7 @@ void zvImageViewerWidget::UpdatePlacement()
   this->PlaneSource->Modified();
   this->UpdatePlaneSource();
   this->Modified();
-  if (this->BoxCutter->GetNumberOfInputConnections(0) > 0)
-  {
-    this->BoxCutter->Update();
-  }
+  zvBoxCut::Update(this->BoxCutter);
   this->UpdatePlane();
   this->UpdateMargins();
 }
@@ -641,7 +613,11 @@ void zvImageViewerWidget::UpdatePlane()
   }
   this->LastUpdateMTime = this->GetMTime();
   const zvImageGrid::Grid grid = zvImageGrid::Read(this->Reslice);
-  this->ReportEmptyExtent(grid.Extent);
+  if (zvImageGrid::IsEmpty(grid.Extent))
+  {
+    // Deliberate: the update goes on, so that the view shows nothing rather than the last slice.
+    vtkErrorMacro(<< zvImageGrid::EmptyExtentText(grid.Extent));
+  }
   // Taken before the plane moves: rounding may not make it a voxel wider, and so twice as fine.
   double axis1[3], axis2[3];
   this->GetVector1(axis1);
@@ -655,28 +631,15 @@ void zvImageViewerWidget::UpdatePlane()
   this->FitLines();
 }
 
-void zvImageViewerWidget::ReportEmptyExtent(const int extent[6])
-{
-  if (extent[1] < extent[0] || extent[3] < extent[2] || extent[5] < extent[4])
-  {
-    // Deliberate: the update goes on, so that the view shows nothing rather than the last slice.
-    vtkErrorMacro(<< "Invalid extent [" << extent[0] << ", " << extent[1] << ", " << extent[2]
-                  << ", " << extent[3] << ", " << extent[4] << ", " << extent[5] << "]."
-                  << " Perhaps the input data is empty?");
-  }
-}
-
 // The plane stays centred on its cut through the volume's box.
 void zvImageViewerWidget::CenterOnCut()
 {
   this->CutPlane->SetOrigin(this->PlaneSource->GetCenter());
   this->CutPlane->SetNormal(this->PlaneSource->GetNormal());
-  this->BoxCutter->Update();
-  vtkPolyData* cut = this->BoxCutter->GetOutput();
-  if (this->NumberOfSlices > 1 && cut->GetNumberOfPoints() > 0)
+  double mean[3];
+  const bool isCut = zvBoxCut::Mean(this->BoxCutter, mean);
+  if (isCut && this->NumberOfSlices > 1)
   {
-    double mean[3];
-    MeanOf(cut->GetPoints(), mean);
     this->PlaneSource->SetCenter(mean);
   }
 }
@@ -703,10 +666,7 @@ void zvImageViewerWidget::SampleThroughPlane(
   {
     vtkErrorMacro(<< "Invalid Y extent: " << y.Voxels);
   }
-  const int factor = this->ImageResolutionFactor;
-  this->Reslice->SetOutputSpacing(x.Spacing * factor, y.Spacing * factor, 1.0);
-  this->Reslice->SetOutputOrigin(0.0, 0.0, 0.0);
-  this->Reslice->SetOutputExtent(0, x.Extent / factor - 1, 0, y.Extent / factor - 1, 0, 0);
+  zvReslicePlane::SetOutput(x, y, this->ImageResolutionFactor, this->Reslice);
   this->ShowSlice(x.Extent > 0 && y.Extent > 0);
 }
 
@@ -804,11 +764,7 @@ void zvImageViewerWidget::BecomeOblique()
 
 void zvImageViewerWidget::TurnPlane(double angle, const double axis[3])
 {
-  const double* center = this->RotationCenter;
-  this->Transform->Identity();
-  this->Transform->Translate(center[0], center[1], center[2]);
-  this->Transform->RotateWXYZ(angle, axis);
-  this->Transform->Translate(-center[0], -center[1], -center[2]);
+  zvReslicePlane::SetTurn(this->RotationCenter, angle, axis, this->Transform);
   const zvReslicePlane::Corners turned =
     zvReslicePlane::Turned(CornersOf(this->PlaneSource), this->Transform);
   // The origin last: the other two keep centre and normal up to date.
@@ -1001,14 +957,12 @@ void zvImageViewerWidget::AdjustCross(int X, int Y)
   this->GetVector1(axis);
   this->PlaneSource->GetPoint1(end);
   across->SetNormal(this->LineNormal1);
-  cutter->Update();
-  this->DragLine(0, q, axis, end, !HasPoints(cutter), grid.Spacing[this->FirstAxis]);
+  this->DragLine(0, q, axis, end, !zvBoxCut::Update(cutter), grid.Spacing[this->FirstAxis]);
 
   this->GetVector2(axis);
   this->PlaneSource->GetPoint2(end);
   across->SetNormal(this->LineNormal2);
-  cutter->Update();
-  this->DragLine(1, q, axis, end, !HasPoints(cutter), grid.Spacing[this->SecondAxis]);
+  this->DragLine(1, q, axis, end, !zvBoxCut::Update(cutter), grid.Spacing[this->SecondAxis]);
 }
 
 // Move one line (0 or 1) to the foot of q on its axis, which runs from the plane's origin to end.

@@ -400,7 +400,6 @@ private:
   bool HasWidth();
   void UpdatePlaneSource();
   void SetPlane(const zvReslicePlane::Corners& plane);
-  void ReportEmptyExtent(const int extent[6]);
   void CenterOnCut();
   void SampleThroughPlane(double axis1[3], double axis2[3], const double spacing[3]);
   void FitLines();

@@ -85,3 +85,26 @@ TEST_F(ImageGrid, AnImageHasVoxelsIfEachHasItsScalars)
   image->SetDimensions(3, 3, 4);
   EXPECT_FALSE(zvImageGrid::HasVoxels(image));
 }
+
+TEST_F(ImageGrid, AnExtentIsEmptyIfAnyAxisIs)
+{
+  const int full[6] = { 3, 3, -2, 0, 5, 9 };
+  EXPECT_FALSE(zvImageGrid::IsEmpty(full));
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    int extent[6];
+    std::copy(full, full + 6, extent);
+    extent[2 * axis] = extent[2 * axis + 1] + 1;
+    EXPECT_TRUE(zvImageGrid::IsEmpty(extent)) << axis;
+  }
+  const int empty[6] = { 0, -1, 2, 3, -4, 5 };
+  EXPECT_EQ(zvImageGrid::EmptyExtentText(empty),
+    "Invalid extent [0, -1, 2, 3, -4, 5]. Perhaps the input data is empty?");
+}
+
+TEST_F(ImageGrid, ARefusedDirectionIsToldWithWhatFollows)
+{
+  EXPECT_EQ(zvImageGrid::DirectionText("mask", "the mask is not shown"),
+    "The mask's direction matrix is not the identity, so the mask is not shown. Reorient it first: "
+    "permute and flip its axes exactly, or resample it.");
+}

@@ -1,5 +1,6 @@
 #include "zvReslicePlane.h"
 
+#include "vtkImageReslice.h"
 #include "vtkMath.h"
 #include "vtkMatrix4x4.h"
 #include "vtkNew.h"
@@ -7,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -193,4 +195,27 @@ TEST(ReslicePlane, TooManyVoxelsOrNoNumberOfThemGiveNoSamples)
   const zvReslicePlane::Sampling lost = zvReslicePlane::SampleAlong(axis, std::nan(""), ones);
   EXPECT_EQ(lost.Extent, 0);
   EXPECT_EQ(lost.Spacing, 1.0);
+}
+
+TEST(ReslicePlane, ATurnKeepsItsCentre)
+{
+  const double center[3] = { 1.0, 2.0, 3.0 };
+  const double axis[3] = { 0.0, 0.0, 2.0 };
+  vtkNew<vtkTransform> transform;
+  transform->Scale(5.0, 5.0, 5.0); // what was there does not count
+  zvReslicePlane::SetTurn(center, 90.0, axis, transform);
+  ExpectPoint(transform->TransformDoublePoint(1.0, 2.0, 3.0), 1.0, 2.0, 3.0);
+  ExpectPoint(transform->TransformDoublePoint(2.0, 2.0, 7.0), 1.0, 3.0, 7.0);
+}
+
+TEST(ReslicePlane, EveryFactorthSampleIsMade)
+{
+  const zvReslicePlane::Sampling x{ 400.0, 512, 0.5 };
+  const zvReslicePlane::Sampling y{ 2.0, 2, 3.0 };
+  vtkNew<vtkImageReslice> reslice;
+  zvReslicePlane::SetOutput(x, y, 4, reslice);
+  ExpectPoint(reslice->GetOutputSpacing(), 2.0, 12.0, 1.0);
+  ExpectPoint(reslice->GetOutputOrigin(), 0.0, 0.0, 0.0);
+  const int expected[6] = { 0, 127, 0, -1, 0, 0 };
+  EXPECT_TRUE(std::equal(expected, expected + 6, reslice->GetOutputExtent()));
 }

@@ -174,18 +174,21 @@ TEST_F(ImageViewerNew, PlainSettersStoreAndDoNothingElse)
     { &zvImageViewerWidget::SetPaintMode, &zvImageViewerWidget::GetPaintMode },
     { &zvImageViewerWidget::SetFillMode, &zvImageViewerWidget::GetFillMode },
     { &zvImageViewerWidget::SetModeResetMarker, &zvImageViewerWidget::GetModeResetMarker } };
-  for (std::size_t changed = 0; changed < std::size(rows); ++changed)
+  std::vector<bool> expected;
+  for (const Row& row : rows)
   {
-    std::array<bool, std::size(rows)> values;
-    for (std::size_t i = 0; i < std::size(rows); ++i)
+    expected.push_back((v->*row.Get)());
+  }
+  for (std::size_t changed = 0; changed < expected.size(); ++changed)
+  {
+    expected[changed] = !expected[changed];
+    (v->*rows[changed].Set)(expected[changed]);
+    std::vector<bool> actual;
+    for (const Row& row : rows)
     {
-      values[i] = (v->*rows[i].Get)();
+      actual.push_back((v->*row.Get)());
     }
-    (v->*rows[changed].Set)(!values[changed]);
-    for (std::size_t i = 0; i < std::size(rows); ++i)
-    {
-      EXPECT_EQ((v->*rows[i].Get)(), i == changed ? !values[i] : values[i]) << i << ", " << changed;
-    }
+    EXPECT_EQ(actual, expected) << changed;
   }
   v->SetFillValue(7);
   EXPECT_EQ(v->GetFillValue(), 7);

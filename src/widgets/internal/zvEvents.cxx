@@ -10,3 +10,8 @@ void zvEvents::Observe(vtkObject* subject, const unsigned long* events, std::siz
     subject->AddObserver(events[i], command, priority);
   }
 }
+
+vtkSmartPointer<vtkObject> zvEvents::Hold(vtkObject* widget)
+{
+  return widget->GetReferenceCount() > 0 ? widget : nullptr;
+}

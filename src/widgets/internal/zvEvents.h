@@ -2,6 +2,7 @@
 #define zvEvents_h
 
 #include "vtkCommand.h"
+#include "vtkSmartPointer.h"
 
 #include <array>
 #include <cstddef>
@@ -34,6 +35,10 @@ constexpr std::array<unsigned long, 6> ImagePlane = { { vtkCommand::MouseMoveEve
 constexpr std::array<unsigned long, 4> ThreePlanes = { { vtkCommand::MouseMoveEvent,
   vtkCommand::LeftButtonPressEvent, vtkCommand::LeftButtonReleaseEvent,
   vtkCommand::RightButtonReleaseEvent } };
+
+/// Keeps a widget alive while it goes on after an observer that may release it. Null for one that
+/// is being destroyed, which must not be taken hold of again.
+vtkSmartPointer<vtkObject> Hold(vtkObject* widget);
 
 /// Attach \a command to \a subject for \a count events, in their order, at \a priority.
 void Observe(vtkObject* subject, const unsigned long* events, std::size_t count,

@@ -1,5 +1,7 @@
 #include "zvFloodFill.h"
 
+#include "zvNumbers.h"
+
 #include "vtkDataArray.h"
 #include "vtkDoubleArray.h"
 #include "vtkImageData.h"
@@ -7,8 +9,6 @@
 #include "vtkPoints.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 #include <type_traits>
 
 namespace
@@ -49,17 +49,6 @@ void ForWords(int first, int last, Change change)
     change(
       w, BitsFrom(w == firstWord ? first % WordBits : 0, w == lastWord ? last % WordBits : 63));
   }
-}
-
-int ToInt(double value)
-{
-  // A cast of what an int cannot hold is undefined; take the nearest that it can.
-  if (std::isnan(value))
-  {
-    return 0;
-  }
-  return static_cast<int>(
-    std::clamp<double>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
 // Component 0 of the voxels of one slice, within what slice and image extent have in common.
@@ -560,7 +549,7 @@ zvFloodFill::Region zvFloodFill::Fill(
   region.WordsPerRow = (grid.Columns + WordBits - 1) / WordBits;
   region.Bits = std::move(walk.Visited);
   region.Count = walk.Count;
-  oldValue = ToInt(ValueAt(grid, walk.LastX, walk.LastY));
+  oldValue = zvNumbers::Truncate(ValueAt(grid, walk.LastX, walk.LastY));
   WriteRegion(grid, region, value);
   return region;
 }

@@ -60,6 +60,27 @@ bool zvImageGrid::HasIdentityDirection(vtkImageData* image)
   return IsIdentity(image->GetDirectionMatrix()->GetData());
 }
 
+std::string zvImageGrid::DirectionText(const std::string& what, const std::string& consequence)
+{
+  return "The " + what + "'s direction matrix is not the identity, so " + consequence +
+    ". Reorient it first: permute and flip its axes exactly, or resample it.";
+}
+
+bool zvImageGrid::IsEmpty(const int extent[6])
+{
+  return extent[0] > extent[1] || extent[2] > extent[3] || extent[4] > extent[5];
+}
+
+std::string zvImageGrid::EmptyExtentText(const int extent[6])
+{
+  std::string text = "Invalid extent [" + std::to_string(extent[0]);
+  for (int i = 1; i < 6; ++i)
+  {
+    text += ", " + std::to_string(extent[i]);
+  }
+  return text + "]. Perhaps the input data is empty?";
+}
+
 bool zvImageGrid::HasVoxels(vtkImageData* image)
 {
   vtkDataArray* const scalars = image->GetPointData()->GetScalars();

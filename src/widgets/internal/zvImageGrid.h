@@ -1,6 +1,8 @@
 #ifndef zvImageGrid_h
 #define zvImageGrid_h
 
+#include <string>
+
 class vtkAlgorithm;
 class vtkImageData;
 
@@ -22,6 +24,14 @@ Grid Read(vtkAlgorithm* consumer);
 
 /// Whether the axes of \a image are those of the world, exactly.
 bool HasIdentityDirection(vtkImageData* image);
+
+/// What a widget says when it refuses an image whose axes are not those of the world. \a what is
+/// refused ("image"), \a consequence follows from it ("the image is not shown").
+std::string DirectionText(const std::string& what, const std::string& consequence);
+
+/// Whether an extent has no voxels, and what a widget says then.
+bool IsEmpty(const int extent[6]);
+std::string EmptyExtentText(const int extent[6]);
 
 /// Whether \a image has scalars for at least one voxel; without them it cannot be drawn.
 bool HasVoxels(vtkImageData* image);

@@ -2,9 +2,11 @@
 
 #include "zvNumbers.h"
 
+#include "vtkImageReslice.h"
 #include "vtkLinearTransform.h"
 #include "vtkMath.h"
 #include "vtkMatrix4x4.h"
+#include "vtkTransform.h"
 
 #include <algorithm>
 #include <cmath>
@@ -83,6 +85,15 @@ zvReslicePlane::Corners zvReslicePlane::Resized(
   return resized;
 }
 
+void zvReslicePlane::SetTurn(
+  const double center[3], double degrees, const double axis[3], vtkTransform* transform)
+{
+  transform->Identity();
+  transform->Translate(center[0], center[1], center[2]);
+  transform->RotateWXYZ(degrees, axis);
+  transform->Translate(-center[0], -center[1], -center[2]);
+}
+
 zvReslicePlane::Corners zvReslicePlane::Turned(const Corners& plane, vtkLinearTransform* transform)
 {
   Corners turned;
@@ -135,4 +146,12 @@ zvReslicePlane::Sampling zvReslicePlane::SampleAlong(
     sampling.Spacing = size / sampling.Extent;
   }
   return sampling;
+}
+
+void zvReslicePlane::SetOutput(
+  const Sampling& x, const Sampling& y, int factor, vtkImageReslice* reslice)
+{
+  reslice->SetOutputSpacing(x.Spacing * factor, y.Spacing * factor, 1.0);
+  reslice->SetOutputOrigin(0.0, 0.0, 0.0);
+  reslice->SetOutputExtent(0, x.Extent / factor - 1, 0, y.Extent / factor - 1, 0, 0);
 }

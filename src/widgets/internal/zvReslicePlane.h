@@ -1,8 +1,10 @@
 #ifndef zvReslicePlane_h
 #define zvReslicePlane_h
 
+class vtkImageReslice;
 class vtkLinearTransform;
 class vtkMatrix4x4;
+class vtkTransform;
 
 /// The arithmetic of a plane through an image: where it is placed, how it is turned, enlarged and
 /// resized, and how a reslice samples the image through it.
@@ -41,6 +43,9 @@ Corners Enlarged(
 /// millimetres, so a small change moves nothing.
 Corners Resized(const Corners& plane, const int from[2], const int to[2], const double spacing[2]);
 
+/// Make \a transform a turn by \a degrees about an axis through a centre.
+void SetTurn(const double center[3], double degrees, const double axis[3], vtkTransform* transform);
+
 /// The three points through a transform.
 Corners Turned(const Corners& plane, vtkLinearTransform* transform);
 
@@ -60,6 +65,10 @@ struct Sampling
 /// The sampling of a plane of \a size millimetres along \a unitAxis through an image of \a spacing.
 /// More than 1073741823 voxels, or no number of them, are too many.
 Sampling SampleAlong(const double unitAxis[3], double size, const double spacing[3]);
+
+/// Let \a reslice make so many samples along both axes, or every \a factor-th (1 and above) of
+/// them.
+void SetOutput(const Sampling& x, const Sampling& y, int factor, vtkImageReslice* reslice);
 }
 
 #endif

@@ -1,7 +1,8 @@
 #include "zvSliceCross.h"
 
+#include "zvNumbers.h"
+
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace
@@ -17,13 +18,7 @@ int ToInt(Wide value)
 
 int zvSliceCross::WholeSteps(double targetDistance, double currentDistance, double spacing)
 {
-  const double steps = (targetDistance - currentDistance) / spacing;
-  if (spacing == 0.0 || std::isnan(steps))
-  {
-    return 0;
-  }
-  return static_cast<int>(
-    std::clamp<double>(steps, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+  return spacing == 0.0 ? 0 : zvNumbers::Truncate((targetDistance - currentDistance) / spacing);
 }
 
 zvSliceCross::Move zvSliceCross::Drag(int index, int steps, int last)
