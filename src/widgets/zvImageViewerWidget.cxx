@@ -178,6 +178,23 @@ void FootOn(const double q[3], const double origin[3], const double axis[3], dou
   }
 }
 
+// The parameters at which the carriers of two segments come closest; 0 for parallel ones.
+void SolveCrossing(const double p1[3], const double p2[3], const double a1[3], const double a2[3],
+  double& t, double& u)
+{
+  double d1[3], d2[3], c[3];
+  vtkMath::Subtract(p2, p1, d1);
+  vtkMath::Subtract(a2, a1, d2);
+  vtkMath::Subtract(a1, p1, c);
+  double row0[2] = { vtkMath::Dot(d1, d1), -vtkMath::Dot(d1, d2) };
+  double row1[2] = { -vtkMath::Dot(d1, d2), vtkMath::Dot(d2, d2) };
+  double* rows[2] = { row0, row1 };
+  double right[2] = { vtkMath::Dot(d1, c), -vtkMath::Dot(d2, c) };
+  const bool isSolved = vtkMath::SolveLinearSystem(rows, right, 2) != 0;
+  t = isSolved ? right[0] : 0.0;
+  u = isSolved ? right[1] : 0.0;
+}
+
 double Distance(const double a[3], const double b[3])
 {
   return std::sqrt(vtkMath::Distance2BetweenPoints(a, b));
@@ -197,6 +214,7 @@ zvImageViewerWidget::zvImageViewerWidget()
   this->BuildLine(this->SliceLine2Source, this->SliceLine2Mapper, this->SliceLine2Actor,
     this->SliceLine2Picker, this->SliceLine2Property);
   this->FilledPoints->SetDataTypeToDouble();
+  this->MaskReslice = vtkSmartPointer<zvSliceReslice>::New();
 }
 
 zvImageViewerWidget::~zvImageViewerWidget()
@@ -427,17 +445,19 @@ vtkImageData* zvImageViewerWidget::UpdatedInput(vtkAlgorithmOutput* port)
   }
   port->GetProducer()->Update(port->GetIndex());
   vtkImageData* image = vtkImageData::SafeDownCast(this->GetInput());
-  return image && this->IsUpright(image, "image", "the image is not shown") ? image : nullptr;
+  const bool canBeShown = image &&
+    this->IsUpright(zvImageGrid::HasIdentityDirection(image), "image", "the image is not shown");
+  return canBeShown ? image : nullptr;
 }
 
-bool zvImageViewerWidget::IsUpright(vtkImageData* image, const char* what, const char* consequence)
+bool zvImageViewerWidget::IsUpright(
+  bool hasIdentityDirection, const char* what, const char* consequence)
 {
-  if (zvImageGrid::HasIdentityDirection(image))
+  if (!hasIdentityDirection)
   {
-    return true;
+    vtkErrorMacro(<< zvImageGrid::DirectionText(what, consequence));
   }
-  vtkErrorMacro(<< zvImageGrid::DirectionText(what, consequence));
-  return false;
+  return hasIdentityDirection;
 }
 
 bool zvImageViewerWidget::TakeInput()
@@ -613,6 +633,11 @@ void zvImageViewerWidget::UpdatePlane()
   }
   this->LastUpdateMTime = this->GetMTime();
   const zvImageGrid::Grid grid = zvImageGrid::Read(this->Reslice);
+  if (!this->IsUpright(grid.IdentityDirection, "image", "the image is not shown"))
+  {
+    this->DetachInput();
+    return;
+  }
   if (zvImageGrid::IsEmpty(grid.Extent))
   {
     // Deliberate: the update goes on, so that the view shows nothing rather than the last slice.
@@ -767,10 +792,9 @@ void zvImageViewerWidget::TurnPlane(double angle, const double axis[3])
   zvReslicePlane::SetTurn(this->RotationCenter, angle, axis, this->Transform);
   const zvReslicePlane::Corners turned =
     zvReslicePlane::Turned(CornersOf(this->PlaneSource), this->Transform);
-  // The origin last: the other two keep centre and normal up to date.
-  this->PlaneSource->SetPoint1(turned.Point1[0], turned.Point1[1], turned.Point1[2]);
-  this->PlaneSource->SetPoint2(turned.Point2[0], turned.Point2[1], turned.Point2[2]);
-  this->PlaneSource->SetOrigin(turned.Origin[0], turned.Origin[1], turned.Origin[2]);
+  // The origin first: centre and normal follow the other two, and would otherwise be those of a
+  // plane that is turned in part, whose normal can point the wrong way after a long step.
+  this->SetPlane(turned);
 }
 
 // Each line is square to the other, so it runs along the direction in which the other moves.
@@ -1083,48 +1107,27 @@ void zvImageViewerWidget::SetLineEnabled(
 int zvImageViewerWidget::Intersection(double p1[3], double p2[3], double a1[3], double a2[3],
   double x[3], double& tol, double& t, double& u)
 {
-  t = u = 0.0;
-  double d1[3], d2[3], c[3];
-  vtkMath::Subtract(p2, p1, d1);
-  vtkMath::Subtract(a2, a1, d2);
-  vtkMath::Subtract(a1, p1, c);
-  double row0[2] = { vtkMath::Dot(d1, d1), -vtkMath::Dot(d1, d2) };
-  double row1[2] = { -vtkMath::Dot(d1, d2), vtkMath::Dot(d2, d2) };
-  double* rows[2] = { row0, row1 };
-  double right[2] = { vtkMath::Dot(d1, c), -vtkMath::Dot(d2, c) };
-  if (vtkMath::SolveLinearSystem(rows, right, 2))
-  {
-    t = right[0];
-    u = right[1];
-  }
-  double w = t;
+  SolveCrossing(p1, p2, a1, a2, t, u);
   if (t >= 0.0 && t <= 1.0 && u >= 0.0 && u <= 1.0)
   {
     for (int i = 0; i < 3; ++i)
     {
-      x[i] = p1[i] + w * d1[i];
+      x[i] = p1[i] + t * (p2[i] - p1[i]);
     }
     return 1;
   }
+  // Deliberate: a tolerance beyond 0 to 1 is asked first, and then an end of the second segment
+  // counts instead of one of the first.
   double along = 0.0;
   double distance2 = 0.0;
-  if (tol < 0.0)
+  if (tol < 0.0 || tol > 1.0)
   {
-    tol = 0.0;
-    distance2 = vtkLine::DistanceToLine(a1, p1, p2, along, x);
+    distance2 = vtkLine::DistanceToLine(tol < 0.0 ? a1 : a2, p1, p2, along, x);
+    tol = tol < 0.0 ? 0.0 : 1.0;
   }
-  else if (tol > 1.0)
+  else if (t < 0.0 || t > 1.0)
   {
-    tol = 1.0;
-    distance2 = vtkLine::DistanceToLine(a2, p1, p2, along, x);
-  }
-  else if (w < 0.0)
-  {
-    distance2 = vtkLine::DistanceToLine(p1, a1, a2, along, x);
-  }
-  else if (w > 1.0)
-  {
-    distance2 = vtkLine::DistanceToLine(p2, a1, a2, along, x);
+    distance2 = vtkLine::DistanceToLine(t < 0.0 ? p1 : p2, a1, a2, along, x);
   }
   else
   {
@@ -1149,7 +1152,9 @@ void zvImageViewerWidget::floodFill(int x, int y, int value)
 
 bool zvImageViewerWidget::CanWriteVoxels()
 {
-  return this->TakeInput() && this->IsUpright(this->ImageData, "image", "no voxel is written");
+  return this->TakeInput() &&
+    this->IsUpright(
+      zvImageGrid::HasIdentityDirection(this->ImageData), "image", "no voxel is written");
 }
 
 // Deliberate: x and y are the two axes in the image's order, so in orientation 1 x is limited by
@@ -1241,7 +1246,7 @@ void zvImageViewerWidget::SetImageMask(vtkImageData* mask)
     vtkErrorMacro(<< "The mask has to be an image with scalars of one component. It is not shown.");
     return;
   }
-  if (!this->IsUpright(mask, "mask", "the mask is not shown"))
+  if (!this->IsUpright(zvImageGrid::HasIdentityDirection(mask), "mask", "the mask is not shown"))
   {
     return;
   }

@@ -102,7 +102,8 @@ public:
   /// becomes 0.001 with its sign), the table follows unless it is controlled by the user. Places
   /// nothing: go on with SetPlaneOrientation. Null, or a data set that is no image, detaches the
   /// input. An image whose direction matrix is not the identity detaches it too, with an error that
-  /// says so and what to do. Neither renders nor invokes events.
+  /// says so and what to do; one that is turned later on, at the next update. An image without
+  /// voxels shows nothing. Renders when the window or level changes while the view is enabled.
   virtual void SetInput(vtkDataSet* input);
 
   /// The same for the output of a filter, which is brought up to date now and at each update of the
@@ -271,6 +272,64 @@ public:
   bool GetModeResetMarker() { return this->ModeResetMarker; }
   ///@}
 
+  /// \name Tools: made and owned by the view, placed by the user's clicks
+  ///@{
+
+  /// Make a ruler that the next click on the slice places. Nothing while a tool waits to be placed.
+  /// The ruler takes part in the events once EnableRulerWidget has been called. The argument is not
+  /// used, here and in the next two.
+  void AddRulerWidget(double position[3]);
+
+  /// Make an area contour and let clicks on the slice add its handles until it is closed.
+  void AddAreaWidget(double position[3]);
+
+  /// Make a lasso in the next of five colours. Clicks add its handles while SetAddLassoMode is on.
+  void AddLassoWidget(double position[3]);
+
+  /// Put a text at the last clicked point, one millimetre on along each axis; or, while a note is
+  /// selected, change its text, colour (3 components, 0 to 1) and size. \a plane is the orientation
+  /// of the slice. See zvTextNoteWidget for the longest text. Renders.
+  void AddTextNoteWidget(const char* text, int plane, double* color, double size);
+
+  /// Lock every lasso, give the current ruler the interactor and enable it.
+  void EnableRulerWidget();
+
+  /// Give the current area contour the interactor and let clicks add handles.
+  void EnableAreaWidget();
+
+  /// Give the current lasso the interactor, or take it away. Without a current lasso: the generic
+  /// warning "there is no current lasso".
+  void EnableLassoWidget(bool on);
+
+  /// Delete every ruler, area contour and lasso, and leave their modes. Text notes stay. Renders.
+  void DeleteWidget();
+
+  /// Whether a text note is under the mouse.
+  bool TextSelected();
+
+  ///@{
+  /// Text, colour and size of the note that was clicked last; null, null and 0 if the last click
+  /// was elsewhere.
+  const char* GetCurrentSelectedText();
+  double* GetCurrentTextColor();
+  int GetCurrentTextSize();
+  ///@}
+
+  /// Delete the note that was clicked last. Without one: the generic warning "there is no current
+  /// text note".
+  void DeleteCurrentTextNoteWidget();
+
+  void DeleteAllTextNoteWidgets();
+
+  /// Let the next clicks record the point for a text note (default false).
+  void SetAddText(bool on) { this->AddText = on; }
+  bool GetAddText() { return this->AddText; }
+
+  /// Leave every mode, and raise the reset marker.
+  void ResetMode();
+
+  ///@}
+
   /// The world point of the last left click, as each mode leaves it.
   double* GetPointClicked() { return this->PointClicked; }
 
@@ -284,7 +343,7 @@ public:
   ///@}
 
   ///@{
-  /// Sample every n-th voxel only (default 1): 4 while a drag lasts.
+  /// Sample every n-th voxel only (default 1): 4 while a drag lasts. Below 1 counts as 1.
   virtual void SetImageResolutionFactor(int factor);
   virtual int GetImageResolutionFactor();
   ///@}
@@ -303,6 +362,16 @@ protected:
   /// The same for typed characters.
   static void ProcessKeys(vtkObject* object, unsigned long event, void* clientdata, void* calldata);
 
+  void OnMouseMove() override;
+  void OnLeftButtonDown() override;
+  void OnLeftButtonUp() override;
+
+  /// Deliberate: nothing, so that an interactor style behind the view keeps the middle button.
+  void OnMiddleButtonDown() override {}
+  void OnMiddleButtonUp() override {}
+
+  void OnRightButtonDown() override;
+  void OnRightButtonUp() override;
   void StartWindowLevel() override;
   void StopWindowLevel() override;
 
@@ -365,7 +434,7 @@ protected:
   int FillValue = 0;
   int FillOldValue = 0;
   vtkSmartPointer<vtkImageData> ImageMask;
-  vtkNew<vtkImageReslice> MaskReslice;
+  vtkSmartPointer<vtkImageReslice> MaskReslice;
   vtkNew<vtkLookupTable> MaskLookupTable;
   vtkNew<vtkImageMapToColors> MaskColorMap;
   vtkNew<vtkTexture> MaskTexture;
@@ -389,7 +458,7 @@ private:
   bool TakeInput();
   bool TakeUpdatedInput();
   vtkImageData* UpdatedInput(vtkAlgorithmOutput* port);
-  bool IsUpright(vtkImageData* image, const char* what, const char* consequence);
+  bool IsUpright(bool hasIdentityDirection, const char* what, const char* consequence);
   void DetachInput();
   void ShowSlice(bool on);
   void AdoptScalarRange();
@@ -412,6 +481,45 @@ private:
   void DragLine(int which, const double q[3], const double axis[3], const double end[3],
     bool isOffTheBox, double spacing);
   void ShiftLine(int which, double distance);
+
+  /// What one of those who may take a left press made of it.
+  enum class Claim
+  {
+    None,       ///< the next in order is asked
+    Ignored,    ///< the press ends, unseen
+    Taken,      ///< the press ends with a render
+    Interaction ///< the press begins an interaction
+  };
+  struct PlaneMode;
+  static const PlaneMode PlaneModes[];
+
+  Claim ClaimOutside(int X, int Y);
+  Claim ClaimPickedPoint(int X, int Y);
+  Claim ClaimTool(int X, int Y);
+  Claim ClaimSliceLine(int X, int Y);
+  Claim ClaimPlane(int X, int Y);
+  Claim PlaceRuler(int X, int Y);
+  Claim ExtendArea(int X, int Y);
+  Claim ExtendLasso(int X, int Y);
+  Claim RecordAtBound(int X, int Y);
+  Claim RecordPoint(int X, int Y);
+  Claim RecordText(int X, int Y);
+  Claim StartPainting(int X, int Y);
+  Claim MoveCross(int X, int Y);
+  bool SelectRuler();
+  bool SelectArea();
+  bool SelectTextNote();
+  bool IsIdle() const;
+  bool HasShift();
+  bool PickLine(vtkCellPicker* picker, int X, int Y);
+  void PickPlanePoint(int X, int Y);
+  void LiftPointClicked();
+  void LockLassos();
+  bool ChooseLasso(zvLassoWidget* last);
+  void FinishLassos();
+  void FillAtCursor();
+  void PaintAtCursor();
+  void DragBy(int X, int Y, double previous[3], double current[3]);
 
   bool CanWriteVoxels();
   zvFloodFill::Slice FillSlice(double cursor);

@@ -509,6 +509,28 @@ TEST_F(ImageViewerInput, ATurnedImageOfAFilterIsRefusedWithAnError)
   EXPECT_EQ(this->Viewer->ImageData, nullptr);
 }
 
+TEST_F(ImageViewerInput, AnImageTurnedAfterwardsIsRefusedAtTheNextUpdate)
+{
+  this->Place(this->Cube(5), 2);
+  this->Refresh();
+  this->Volume->SetDirectionMatrix(0, -1, 0, 1, 0, 0, 0, 0, 1);
+  this->Refresh();
+  this->ExpectVtkError("zvImageViewerWidget", "zvImageViewerWidget", this->Viewer, TurnedImageText);
+  EXPECT_EQ(this->Viewer->ImageData, nullptr);
+  EXPECT_EQ(this->Viewer->TexturePlaneActor->GetVisibility(), 0);
+}
+
+TEST_F(ImageViewerInput, TheStockPlacementOfItIsHarmless)
+{
+  double bounds[6] = { 0, 4, 0, 4, 0, 4 };
+  this->Viewer->PlaceWidget(bounds);
+  this->Place(this->Cube(5), 1);
+  this->Viewer->PlaceWidget(bounds);
+  this->Viewer->PlaceWidget();
+  this->Refresh();
+  EXPECT_EQ(this->Viewer->LastUpdateMTime, this->Viewer->GetMTime());
+}
+
 // ---- orientation ----
 
 namespace
@@ -1236,6 +1258,40 @@ TEST_F(ImageViewerRotation, ManyDragStepsKeepTheNormalAndTheLines)
   }
   const World now = Unit(this->Plane().Point1 - this->Plane().Origin);
   EXPECT_TRUE(IsPoint(now.data(), Turned(axis1, turned, normal, { { 0, 0, 0 } })));
+}
+
+TEST_F(ImageViewerRotation, ALongDragStepKeepsTheSideThatIsSeen)
+{
+  for (double length : { 1.7, 2.4, 3.0, -2.0, -2.9 }) // of an arm of 1: nearly half a turn
+  {
+    this->Place(this->Cube(9), 2);
+    this->Viewer->UpdatePlane();
+    this->Viewer->SetSliceIndex(4);
+    const World center = ToWorld(this->Viewer->RotationCenter);
+    World to = center + World{ { 1, 0, 0 } };
+    World from = to - World{ { 0, length, 0 } };
+    this->Viewer->Rotate(0, 0, from.data(), to.data(), to.data());
+    EXPECT_NEAR(this->Viewer->GetLastDegree(), length * 180.0 / std::acos(-1.0), 1e-9);
+    EXPECT_TRUE(IsPoint(this->Viewer->PlaneSource->GetNormal(), { { 0, 0, 1 } })) << length;
+    EXPECT_TRUE(IsPoint(this->Viewer->PlaneSource->GetCenter(), center)) << length;
+    vtkMatrix4x4* axes = this->Viewer->Reslice->GetResliceAxes();
+    EXPECT_NEAR(axes->GetElement(2, 2), 1.0, 1e-9) << length;
+    EXPECT_NEAR(axes->GetElement(0, 0), std::cos(length), 1e-9) << length;
+  }
+}
+
+TEST_F(ImageViewerRotation, TheHostMayPassThePlanesOwnNormalAndCentre)
+{
+  this->Place(zvtest::UnequalVolume(), 1);
+  this->Viewer->UpdatePlane();
+  this->Viewer->SetNumberOfSlices(1);
+  const World normal = this->Normal();
+  const World center = this->Plane().Center();
+  const PlanePoints expected = Turned(this->Enlarged(1), 20.0, normal, center);
+  this->Viewer->Rotate(
+    20.0, this->Viewer->PlaneSource->GetNormal(), this->Viewer->PlaneSource->GetCenter());
+  EXPECT_TRUE(this->PlaneIs(expected));
+  EXPECT_TRUE(this->CenterIs(center));
 }
 
 TEST_F(ImageViewerRotation, ADragThroughTheCentreIsHarmless)

@@ -586,6 +586,25 @@ TEST_F(ImageViewerMask, TheViewersOwnCopyMayBeSetAgain)
   EXPECT_TRUE(this->IsShown());
 }
 
+TEST_F(ImageViewerMask, MayBeOfEveryScalarType)
+{
+  this->ShowGrey();
+  for (int type : zvtest::AllScalarTypes())
+  {
+    for (int interpolation : { VTK_NEAREST_RESLICE, VTK_LINEAR_RESLICE, VTK_CUBIC_RESLICE })
+    {
+      zvtest::VolumeOptions options = this->Cube(17);
+      options.ScalarType = type;
+      this->Viewer->SetResliceInterpolate(interpolation);
+      this->Viewer->Texture->SetInterpolate(0);
+      this->Viewer->SetImageMask(this->MakeMask(options, [](int i, int, int) { return i < 8; }));
+      const zvtest::Picture picture = this->Scene.RenderAndLook();
+      EXPECT_TRUE(this->IsRed(picture, { { 4.5, 4.5, 8 } })) << zvtest::ScalarTypeName(type);
+      EXPECT_FALSE(this->IsRed(picture, { { 11.5, 4.5, 8 } })) << zvtest::ScalarTypeName(type);
+    }
+  }
+}
+
 TEST_F(ImageViewerMask, TheHostMayGoOnWithItsMask)
 {
   this->ShowGrey();

@@ -335,6 +335,17 @@ TEST_F(ImageViewerView, DetachingTakesThePictureAwayWithoutAMessage)
   EXPECT_NE(this->Scene.RenderAndLook().At(at), (zvtest::Color{ 0, 0, 0 }));
 }
 
+TEST_F(ImageViewerView, AnotherRangeRendersOnceItIsEnabled)
+{
+  this->Show(this->Cube(5), 2);
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Scene.Interactor(), { vtkCommand::RenderEvent });
+  this->SetVolume(this->Cube(5));
+  EXPECT_EQ(recorder.Count(vtkCommand::RenderEvent), 0);
+  this->SetVolume(this->Cube(4));
+  EXPECT_EQ(recorder.Count(vtkCommand::RenderEvent), 1);
+}
+
 TEST_F(ImageViewerView, NoSliceOperationRenders)
 {
   this->Show(this->Cube(5), 2);
@@ -434,6 +445,7 @@ TEST_F(ImageViewerView, TheLinesOfAnObliquePlaneAreUnbroken)
   zvtest::Dice dice(11);
   for (const bool isAlongNormal : { true, false })
   {
+    int seen = 0;
     this->Show(this->Cube(9), 2);
     this->Viewer->SetSliceIndex(4);
     for (int n = 0; n < 20; ++n)
@@ -449,6 +461,7 @@ TEST_F(ImageViewerView, TheLinesOfAnObliquePlaneAreUnbroken)
       {
         continue; // seen from the side
       }
+      ++seen;
       const zvtest::Picture picture = this->Scene.RenderAndLook();
       for (int line : { 1, 2 })
       {
@@ -466,6 +479,7 @@ TEST_F(ImageViewerView, TheLinesOfAnObliquePlaneAreUnbroken)
         EXPECT_EQ(missing, 0) << "line " << line << ", rotation " << n << ", " << isAlongNormal;
       }
     }
+    EXPECT_GE(seen, 5);
     this->Viewer->SetEnabled(0);
   }
 }
