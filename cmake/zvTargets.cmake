@@ -21,17 +21,20 @@ function(zv_set_compile_options target)
   endif()
 endfunction()
 
-# Messages name the file they come from as src/widgets/<Class>: without the folder in which the
+# Messages name the class they come from as src/widgets/<Class>: without the folder in which the
 # project happens to be built, and without an ending.
+function(zv_name_source_in_messages source name)
+  set(path "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
+  # A compiler cache may hand the compiler the path as seen from the build folder.
+  file(RELATIVE_PATH relative "${CMAKE_BINARY_DIR}" "${path}")
+  set_property(SOURCE "${source}" APPEND PROPERTY COMPILE_OPTIONS
+    "-fmacro-prefix-map=${path}=${name}" "-fmacro-prefix-map=${relative}=${name}")
+endfunction()
+
 function(zv_name_sources_in_messages folder)
   foreach(source IN LISTS ARGN)
     get_filename_component(class "${source}" NAME_WE)
-    set(path "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
-    # A compiler cache may hand the compiler the path as seen from the build folder.
-    file(RELATIVE_PATH relative "${CMAKE_BINARY_DIR}" "${path}")
-    set_property(SOURCE "${source}" APPEND PROPERTY COMPILE_OPTIONS
-      "-fmacro-prefix-map=${path}=${folder}/${class}"
-      "-fmacro-prefix-map=${relative}=${folder}/${class}")
+    zv_name_source_in_messages("${source}" "${folder}/${class}")
   endforeach()
 endfunction()
 
