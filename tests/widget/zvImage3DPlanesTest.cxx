@@ -610,6 +610,8 @@ TEST_F(ThreePlanes, ShowBeforeCreateShowsNothing)
 {
   this->Widget->SetRender(this->Scene.Renderer());
   this->Widget->Show();
+  // With nothing to point it at, the camera stays where it starts.
+  EXPECT_NEAR(this->Scene.Renderer()->GetActiveCamera()->GetPosition()[2], -1.0 / 1.5, 1e-9);
   EXPECT_EQ(this->Scene.Look().CountOther(zvtest::Color::Grey(0), { { 0, 0 }, { 399, 399 } }), 0);
   this->Show();
   EXPECT_EQ(this->Slices(), (Ints{ 11, 9, 7 }));
@@ -622,6 +624,7 @@ TEST_F(ThreePlanes, ResetPlanesBringsBackCameraOrientationsAndSlices)
   double center[3] = { 11.5, 9.5, 7.5 };
   this->Widget->Rotate(30.0, axis, center);
   this->Widget->SetSliceX(2);
+  ASSERT_NE(this->Dimension(), (Ints{ 24, 20, 16 }));
   this->Scene.LookAlong(1);
   EXPECT_EQ(this->CountRenders([this] { this->Widget->ResetPlanes(); }), 1);
   for (int i = 0; i < 3; ++i)
@@ -818,6 +821,11 @@ TEST_F(ThreePlanes, UpdateFollowsAnImageOfAnotherSize)
   this->Widget->PlaneZ->GetVector2(axis);
   EXPECT_NEAR(vtkMath::Norm(axis), 11.0, 1e-9);
   EXPECT_NEAR(this->Widget->PlaneZ->GetCenter()[0], 21.5, 1e-9);
+  // The x plane was 20 by 16, the y plane 16 by 24.
+  this->Widget->PlaneX->GetVector1(axis);
+  EXPECT_NEAR(vtkMath::Norm(axis), 11.0, 1e-9);
+  this->Widget->PlaneY->GetVector2(axis);
+  EXPECT_NEAR(vtkMath::Norm(axis), 43.0, 1e-9);
 }
 
 TEST_F(ThreePlanes, UpdateClampsTheSlicesToASmallerImage)
@@ -849,6 +857,19 @@ TEST_F(ThreePlanes, UpdateOfOnePlaneLeavesTheOthers)
     this->Widget->Planes()[i]->GetWindowLevel(wl);
     EXPECT_EQ(Values(wl, 2), (Doubles{ 100, 50 }));
   }
+}
+
+TEST_F(ThreePlanes, UpdateOfOnePlaneCentresItInTheNewImageAndCountsItsSlices)
+{
+  this->Show();
+  zvtest::VolumeOptions options = this->Brick();
+  options.Dimensions = { { 34, 40, 10 } };
+  auto other = zvtest::MakeIndexVolume(options);
+  this->Widget->SetImage(other);
+  this->Widget->UpdatePlaneX();
+  EXPECT_NEAR(this->Widget->PlaneX->GetCenter()[1], 19.5, 1e-9);
+  EXPECT_NEAR(this->Widget->PlaneX->GetCenter()[2], 4.5, 1e-9);
+  EXPECT_EQ(this->Dimension(), (Ints{ 34, 20, 16 }));
 }
 
 TEST_F(ThreePlanes, UpdateWithoutAnImageEmptiesTheViewSilently)
@@ -1425,17 +1446,30 @@ TEST_F(ThreePlanes, AMoveRefreshesTheSliceCounts)
   EXPECT_EQ(this->Widget->Dimension[0], this->Widget->PlaneX->GetNumberOfSlices());
 }
 
+TEST_F(ThreePlanes, ALeftReleaseRefreshesTheSliceCounts)
+{
+  this->Show();
+  double axis[3] = { 0.2, 0.5, 1 };
+  double center[3] = { 11.5, 9.5, 7.5 };
+  this->Widget->RotateX(25.0, axis, center);
+  EXPECT_EQ(this->Widget->Dimension[0], 24);
+  this->Mouse.Release(zvtest::Left, { { 5, 5 } });
+  EXPECT_EQ(this->Widget->Dimension[0], this->Widget->PlaneX->GetNumberOfSlices());
+}
+
 TEST_F(ThreePlanes, TheReleaseTellsTheStartOfAnInteractionByDesign)
 {
   this->ShowAslant();
   zvtest::EventRecorder events;
   Ints interactions;
   int state = -1;
+  double rate = 0.0;
   events.Watch(this->Widget, zvtest::WidgetEvents,
     [&](const zvtest::RecordedEvent&)
     {
       interactions = this->Interactions();
       state = this->Widget->GetState();
+      rate = this->Scene.Window()->GetDesiredUpdateRate();
     });
   this->Mouse.Press(zvtest::Left, this->Mouse.At({ { 18, 9, 12 } }), zvtest::Shift);
   this->Mouse.MoveTo(this->Mouse.At({ { 17, 9, 12 } }), zvtest::Shift);
@@ -1447,6 +1481,7 @@ TEST_F(ThreePlanes, TheReleaseTellsTheStartOfAnInteractionByDesign)
   // Told before the plane itself gets the release.
   EXPECT_EQ(interactions, (Ints{ 1, 1, 1 }));
   EXPECT_EQ(state, zvImagePlaneWidget::Cursoring);
+  EXPECT_EQ(rate, this->Scene.Interactor()->GetDesiredUpdateRate());
 }
 
 TEST_F(ThreePlanes, TheRightReleaseHasNoEffect)
@@ -1544,6 +1579,15 @@ TEST_F(ThreePlanes, TheFirstVoxelHasNoIntensityByDesign)
   EXPECT_EQ(this->LastClicked(), (Doubles{ 5, 14, 0, 7 }));
   const zvtest::Display corner = this->Mouse.At({ { 0.3, 0.3, 0 } });
   this->Mouse.Drag(zvtest::Left, corner, corner, zvtest::Shift);
+  EXPECT_EQ(this->LastClicked(), (Doubles{ 0, 0, 0, 0 }));
+}
+
+TEST_F(ThreePlanes, AReadingByTheRightButtonDoesNotCount)
+{
+  this->ShowAlong(2);
+  this->Mouse.Press(zvtest::Right, this->Mouse.At({ { 5, 14, 7 } }));
+  ASSERT_EQ(this->States()[2], zvImagePlaneWidget::Cursoring);
+  this->Mouse.Release(zvtest::Left);
   EXPECT_EQ(this->LastClicked(), (Doubles{ 0, 0, 0, 0 }));
 }
 
