@@ -1,0 +1,1171 @@
+#include "zvLassoFixture.h"
+
+#include "zvEvents.h"
+#include "zvParametricSpline.h"
+
+#include "vtkMapper.h"
+#include "vtkObjectFactory.h"
+#include "vtkParametricFunctionSource.h"
+#include "vtkPlaneSource.h"
+#include "vtkPropCollection.h"
+#include "vtkProperty.h"
+#include "vtkVersion.h"
+#include "vtkWeakPointer.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <functional>
+#include <sstream>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using zvtest::World;
+
+namespace
+{
+class LassoWidget : public zvtest::LassoTest
+{
+};
+
+class ReplacedLasso : public zvLassoWidget
+{
+public:
+  static ReplacedLasso* New() { return new ReplacedLasso; }
+  vtkTypeMacro(ReplacedLasso, zvLassoWidget)
+};
+
+class Factory : public vtkObjectFactory
+{
+public:
+  static Factory* New() { return new Factory; }
+  vtkTypeMacro(Factory, vtkObjectFactory)
+  const char* GetVTKSourceVersion() override { return VTK_SOURCE_VERSION; }
+  const char* GetDescription() override { return "replaces zvLassoWidget"; }
+
+private:
+  static vtkObject* Make() { return ReplacedLasso::New(); }
+  Factory()
+  {
+    this->RegisterOverride("zvLassoWidget", "ReplacedLasso", "for the test", 1, &Factory::Make);
+  }
+};
+
+constexpr char IndexError[] = "zvLassoWidget: handle index out of range.";
+constexpr char IndexWarning[] = "Spline handle index out of range.";
+constexpr char PlaneWarning[] = "Set the plane source for oblique projections...";
+constexpr char InteractorError[] = "The interactor must be set prior to enabling/disabling widget";
+
+std::vector<double> ColorOf(vtkProperty* property)
+{
+  return std::vector<double>(property->GetColor(), property->GetColor() + 3);
+}
+}
+
+// ---- What it is, and how it starts
+
+TEST_F(LassoWidget, ReportsItsOwnNameAndItsAncestors)
+{
+  vtkNew<zvLassoWidget> widget;
+  EXPECT_STREQ(widget->GetClassName(), "zvLassoWidget");
+  for (const char* name : { "zvLassoWidget", "vtk3DWidget", "vtkInteractorObserver", "vtkObject" })
+  {
+    EXPECT_EQ(widget->IsA(name), 1) << name;
+  }
+  EXPECT_EQ(widget->IsA("zvSplineWidget"), 0);
+  EXPECT_EQ(widget->IsA("zvWidgets"), 0);
+  auto other = vtkSmartPointer<zvLassoWidget>::Take(widget->NewInstance());
+  EXPECT_STREQ(other->GetClassName(), "zvLassoWidget");
+}
+
+TEST_F(LassoWidget, IsMadeByTheObjectFactoryWhenThatKnowsTheClass)
+{
+  vtkNew<Factory> factory;
+  vtkObjectFactory::RegisterFactory(factory);
+  vtkNew<zvLassoWidget> replaced;
+  vtkObjectFactory::UnRegisterFactory(factory);
+  vtkNew<zvLassoWidget> plain;
+  EXPECT_STREQ(replaced->GetClassName(), "ReplacedLasso");
+  EXPECT_STREQ(plain->GetClassName(), "zvLassoWidget");
+}
+
+TEST_F(LassoWidget, TheInstantiatorMakesOneWithOneReference)
+{
+  auto made = vtkSmartPointer<vtkObject>::Take(vtkInstantiatorzvLassoWidgetNew());
+  EXPECT_STREQ(made->GetClassName(), "zvLassoWidget");
+  EXPECT_EQ(made->GetReferenceCount(), 1);
+}
+
+TEST_F(LassoWidget, WritesOneRevision)
+{
+  std::ostringstream text;
+  this->Curve->CollectRevisions(text);
+  EXPECT_EQ(text.str(), "zvLassoWidget $Revision: 1.2 $\n");
+}
+
+TEST_F(LassoWidget, StartsWithTheseDefaults)
+{
+  EXPECT_EQ(this->Curve->GetState(), zvLassoWidget::Start);
+  EXPECT_EQ(this->Curve->GetProjectionNormal(), 0);
+  EXPECT_EQ(this->Curve->GetProjectionPosition(), 0.0);
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 0);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+  EXPECT_THAT(this->Curve->Handle, IsEmpty());
+  EXPECT_THAT(this->Curve->HandleGeometry, IsEmpty());
+  EXPECT_EQ(this->Curve->GetClosed(), 0);
+  EXPECT_EQ(this->Curve->GetResolution(), 500);
+  EXPECT_EQ(this->Curve->CurrentHandle, nullptr);
+  EXPECT_EQ(this->Curve->CurrentHandleIndex, -1);
+  EXPECT_FALSE(this->Curve->CurveGrabbed);
+  EXPECT_FALSE(this->Curve->DebugMode);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_THAT(this->Curve->Centroid, ElementsAre(0.0, 0.0, 0.0));
+  EXPECT_THAT(this->Curve->LastPickPosition, ElementsAre(0.0, 0.0, 0.0));
+  EXPECT_THAT(this->Curve->InitialBounds, ElementsAre(-0.5, 0.5, -0.5, 0.5, -0.5, 0.5));
+  EXPECT_DOUBLE_EQ(this->Curve->InitialLength, std::sqrt(3.0));
+  EXPECT_EQ(this->Curve->PlaceFactor, 1.0);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetUResolution(), 500);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetGenerateTextureCoordinates(), 0);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetScalarMode(),
+    vtkParametricFunctionSource::SCALAR_NONE);
+  EXPECT_EQ(this->Curve->GetParametricSpline()->GetPoints()->GetDataType(), VTK_DOUBLE);
+  EXPECT_EQ(vtkMapper::GetResolveCoincidentTopology(), VTK_RESOLVE_POLYGON_OFFSET);
+}
+
+TEST_F(LassoWidget, ItsNumbersOfStatesAreFixed)
+{
+  EXPECT_EQ(zvLassoWidget::Start, 0);
+  EXPECT_EQ(zvLassoWidget::Moving, 1);
+  EXPECT_EQ(zvLassoWidget::Scaling, 2);
+  EXPECT_EQ(zvLassoWidget::Spinning, 3);
+  EXPECT_EQ(zvLassoWidget::Placing, 4);
+  EXPECT_EQ(zvLassoWidget::Outside, 6);
+  EXPECT_EQ(zvLassoWidget::Locked, 7);
+}
+
+TEST_F(LassoWidget, PicksOnlyItsLineAndEachOfItsHandles)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  for (vtkCellPicker* picker : { this->Curve->HandlePicker.Get(), this->Curve->LinePicker.Get() })
+  {
+    EXPECT_EQ(picker->GetTolerance(), 0.005);
+    EXPECT_EQ(picker->GetPickFromList(), 1);
+  }
+  ASSERT_EQ(this->Curve->LinePicker->GetPickList()->GetNumberOfItems(), 1);
+  EXPECT_EQ(this->Curve->LinePicker->GetPickList()->GetLastProp(), this->Curve->LineActor);
+  vtkPropCollection* handles = this->Curve->HandlePicker->GetPickList();
+  ASSERT_EQ(handles->GetNumberOfItems(), 4);
+  for (int i = 0; i < 4; ++i)
+  {
+    EXPECT_EQ(handles->GetItemAsObject(i), this->Curve->Handle[i]);
+  }
+}
+
+TEST_F(LassoWidget, HasTheseProperties)
+{
+  vtkProperty* handle = this->Curve->GetHandleProperty();
+  EXPECT_THAT(ColorOf(handle), ElementsAre(1.0, 0.0, 0.0));
+  EXPECT_EQ(handle->GetPointSize(), 1.0f);
+  EXPECT_EQ(handle->GetAmbient(), 0.0);
+  EXPECT_EQ(handle->GetOpacity(), 1.0);
+
+  vtkProperty* selectedHandle = this->Curve->GetSelectedHandleProperty();
+  EXPECT_THAT(ColorOf(selectedHandle), ElementsAre(1.0, 0.0, 0.0));
+  EXPECT_EQ(selectedHandle->GetAmbient(), 1.0);
+
+  vtkProperty* closedHandle = this->Curve->GetClosedHandleProperty();
+  EXPECT_THAT(ColorOf(closedHandle), ElementsAre(1.0, 1.0, 1.0));
+  EXPECT_EQ(closedHandle->GetOpacity(), 0.01);
+
+  vtkProperty* line = this->Curve->GetLineProperty();
+  EXPECT_EQ(line->GetRepresentation(), VTK_WIREFRAME);
+  EXPECT_THAT(ColorOf(line), ElementsAre(0.0, 1.0, 1.0));
+  EXPECT_EQ(line->GetAmbient(), 1.0);
+  EXPECT_EQ(line->GetDiffuse(), 0.0);
+  EXPECT_EQ(line->GetLineWidth(), 2.0f);
+  EXPECT_EQ(line->GetPointSize(), 5.5f);
+
+  vtkProperty* selectedLine = this->Curve->GetSelectedLineProperty();
+  EXPECT_EQ(selectedLine->GetRepresentation(), VTK_WIREFRAME);
+  EXPECT_THAT(
+    std::vector<double>(selectedLine->GetAmbientColor(), selectedLine->GetAmbientColor() + 3),
+    ElementsAre(0.0, 1.0, 0.0));
+  EXPECT_EQ(selectedLine->GetAmbient(), 1.0);
+  EXPECT_EQ(selectedLine->GetDiffuse(), 0.0);
+  EXPECT_EQ(selectedLine->GetLineWidth(), 2.0f);
+}
+
+TEST_F(LassoWidget, PrintsItsFieldsAfterThoseOfTheParent)
+{
+  const auto text = [this]
+  {
+    std::ostringstream stream;
+    this->Curve->PrintSelf(stream, vtkIndent(2));
+    return stream.str().substr(stream.str().find("  Handle Property: "));
+  };
+  const auto pointer = [](const void* object)
+  {
+    std::ostringstream stream;
+    stream << object;
+    return stream.str() + "\n";
+  };
+  EXPECT_EQ(text(),
+    "  Handle Property: " + pointer(this->Curve->GetHandleProperty()) +
+      "  Selected Handle Property: " + pointer(this->Curve->GetSelectedHandleProperty()) +
+      "  Closeed Handle Property: " + pointer(this->Curve->GetClosedHandleProperty()) +
+      "  Line Property: " + pointer(this->Curve->GetLineProperty()) +
+      "  Selected Line Property: " + pointer(this->Curve->GetSelectedLineProperty()) +
+      "  ParametricSpline: " + pointer(this->Curve->GetParametricSpline()) +
+      "  Project To Plane: Off\n"
+      "  Projection Normal: 0\n"
+      "  Projection Position: 0\n"
+      "  Resolution: 500\n"
+      "  Number Of Handles: 0\n"
+      "  Closed: Off\n");
+
+  this->Show(Square(), true);
+  this->Curve->SetHandleProperty(nullptr);
+  this->Curve->SetSelectedHandleProperty(nullptr);
+  this->Curve->SetClosedHandleProperty(nullptr);
+  this->Curve->SetLineProperty(nullptr);
+  this->Curve->SetSelectedLineProperty(nullptr);
+  this->Curve->SetParametricSpline(nullptr);
+  this->Curve->SetProjectionNormal(2);
+  this->Curve->SetProjectionPosition(1.5);
+  this->Curve->ProjectToPlaneOn();
+  this->Curve->SetResolution(40);
+  EXPECT_EQ(text(),
+    "  Handle Property: (none)\n"
+    "  Selected Handle Property: (none)\n"
+    "  Closeed Handle Property: (none)\n"
+    "  Line Property: (none)\n"
+    "  Selected Line Property: (none)\n"
+    "  ParametricSpline: (none)\n"
+    "  Project To Plane: On\n"
+    "  Projection Normal: 2\n"
+    "  Projection Position: 1.5\n"
+    "  Resolution: 40\n"
+    "  Number Of Handles: 4\n"
+    "  Closed: On\n");
+}
+
+TEST_F(LassoWidget, PropertiesAreReplacedWithAReference)
+{
+  struct Row
+  {
+    void (zvLassoWidget::*Set)(vtkProperty*);
+    vtkProperty* (zvLassoWidget::*Get)();
+  };
+  const Row rows[] = {
+    { &zvLassoWidget::SetHandleProperty, &zvLassoWidget::GetHandleProperty },
+    { &zvLassoWidget::SetSelectedHandleProperty, &zvLassoWidget::GetSelectedHandleProperty },
+    { &zvLassoWidget::SetClosedHandleProperty, &zvLassoWidget::GetClosedHandleProperty },
+    { &zvLassoWidget::SetLineProperty, &zvLassoWidget::GetLineProperty },
+    { &zvLassoWidget::SetSelectedLineProperty, &zvLassoWidget::GetSelectedLineProperty },
+  };
+  for (const Row& row : rows)
+  {
+    vtkNew<vtkProperty> property;
+    vtkMTimeType before = this->Curve->GetMTime();
+    (this->Curve->*row.Set)(property);
+    EXPECT_EQ((this->Curve->*row.Get)(), property);
+    EXPECT_EQ(property->GetReferenceCount(), 2);
+    EXPECT_GT(this->Curve->GetMTime(), before);
+    before = this->Curve->GetMTime();
+    (this->Curve->*row.Set)(property);
+    EXPECT_EQ(this->Curve->GetMTime(), before);
+    (this->Curve->*row.Set)(nullptr);
+    EXPECT_EQ((this->Curve->*row.Get)(), nullptr);
+    EXPECT_EQ(property->GetReferenceCount(), 1);
+  }
+}
+
+TEST_F(LassoWidget, DefaultPropertiesReplaceOnlyWhatIsMissing)
+{
+  vtkProperty* line = this->Curve->GetLineProperty();
+  this->Curve->SetHandleProperty(nullptr);
+  this->Curve->SetClosedHandleProperty(nullptr);
+  this->Curve->CreateDefaultProperties();
+  EXPECT_EQ(this->Curve->GetLineProperty(), line);
+  EXPECT_THAT(ColorOf(this->Curve->GetHandleProperty()), ElementsAre(1.0, 0.0, 0.0));
+  EXPECT_EQ(this->Curve->GetClosedHandleProperty()->GetOpacity(), 0.01);
+}
+
+// ---- Enabling
+
+TEST_F(LassoWidget, EnablingShowsAndAttachesItAndTellsBeforeItRenders)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->Curve->SetHandleVisibility(0);
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetEnabled(), 1);
+  EXPECT_EQ(recorder.Names(), (Names{ "EnableEvent", "RenderEvent" }));
+  EXPECT_FALSE(recorder.Events().front().HasData);
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), this->Scene.Renderer());
+  EXPECT_TRUE(this->IsShown(this->Curve->LineActor));
+  EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetLineProperty());
+  for (vtkActor* handle : this->Curve->Handle)
+  {
+    EXPECT_TRUE(this->IsShown(handle));
+  }
+  EXPECT_TRUE(this->AllHandlesHave(this->Curve->GetHandleProperty()));
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_TRUE(this->Scene.Interactor()->HasObserver(event, this->Curve->EventCallbackCommand));
+  }
+  recorder.Clear();
+  this->Curve->SetEnabled(1);
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+}
+
+TEST_F(LassoWidget, DisablingTakesItOutAndTellsBeforeItRenders)
+{
+  this->Show(Square());
+  this->Curve->HighlightHandle(this->Curve->Handle[1]);
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->SetEnabled(0);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_EQ(recorder.Names(), (Names{ "DisableEvent", "RenderEvent" }));
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), nullptr);
+  EXPECT_EQ(this->Curve->CurrentHandle, nullptr);
+  EXPECT_FALSE(this->IsShown(this->Curve->LineActor));
+  for (vtkActor* handle : this->Curve->Handle)
+  {
+    EXPECT_FALSE(this->IsShown(handle));
+  }
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_FALSE(this->Scene.Interactor()->HasObserver(event, this->Curve->EventCallbackCommand));
+  }
+  recorder.Clear();
+  this->Curve->SetEnabled(0);
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+}
+
+// ---- Handles are spheres
+
+TEST_F(LassoWidget, EachHandleIsASphereOfItsOwn)
+{
+  this->Show(Square());
+  ASSERT_EQ(this->Curve->HandleGeometry.size(), 4u);
+  for (int i = 0; i < 4; ++i)
+  {
+    vtkSphereSource* sphere = this->Curve->HandleGeometry[i];
+    EXPECT_EQ(sphere->GetThetaResolution(), 16);
+    EXPECT_EQ(sphere->GetPhiResolution(), 8);
+    EXPECT_EQ(this->Curve->GetHandlePosition(i), sphere->GetCenter());
+    World center;
+    this->Curve->Handle[i]->GetCenter(); // of what was last made, without a render
+    sphere->GetOutput()->GetCenter(center.data());
+    EXPECT_NEAR(center[0], Square()[i][0], 1e-3);
+    EXPECT_NEAR(center[1], Square()[i][1], 1e-3);
+  }
+}
+
+TEST_F(LassoWidget, AChangeOfTheNumberRemakesAllHandlesAndRenders)
+{
+  this->Show(Square());
+  const std::vector<vtkWeakPointer<vtkActor>> before(
+    this->Curve->Handle.begin(), this->Curve->Handle.end());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->SetNumberOfHandles(4);
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+  this->Curve->SetNumberOfHandles(3);
+  EXPECT_EQ(recorder.Names(), (Names{ "RenderEvent" }));
+  for (const auto& handle : before)
+  {
+    EXPECT_EQ(handle, nullptr);
+  }
+  EXPECT_EQ(this->Curve->HandlePicker->GetPickList()->GetNumberOfItems(), 3);
+  // Spread along the curve as it was.
+  EXPECT_EQ(this->HandleAt(0), Square()[0]);
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    EXPECT_NEAR(this->HandleAt(2)[axis], Square()[3][axis], 1e-9);
+  }
+  this->Curve->SetNumberOfHandles(1);
+  EXPECT_EQ(this->HandleAt(0), Square()[0]);
+  this->Curve->SetNumberOfHandles(-2);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+}
+
+TEST_F(LassoWidget, WithoutAnInteractorHandlesAreOfHalfTheSizeAndInNoView)
+{
+  vtkNew<zvtest::OpenLasso> widget;
+  widget->SetNumberOfHandles(2);
+  EXPECT_DOUBLE_EQ(
+    widget->HandleGeometry[0]->GetRadius(), 0.5 * widget->HandleSize * widget->InitialLength);
+  EXPECT_EQ(widget->GetCurrentRenderer(), nullptr);
+  widget->SizeHandles();
+  EXPECT_DOUBLE_EQ(
+    widget->HandleGeometry[1]->GetRadius(), 0.7 * widget->HandleSize * widget->InitialLength);
+}
+
+TEST_F(LassoWidget, WithoutASplineNewHandlesStartAtTheOrigin)
+{
+  this->Curve->SetParametricSpline(nullptr);
+  this->Curve->SetNumberOfHandles(2);
+  this->ExpectHandles({ { { 0, 0, 0 } }, { { 0, 0, 0 } } });
+}
+
+TEST_F(LassoWidget, InitializeTakesTheHandlesOutOfTheViewAndThePicker)
+{
+  this->Show(Square());
+  std::vector<vtkSmartPointer<vtkActor>> handles = this->Curve->Handle;
+  this->Curve->Initialize();
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+  EXPECT_EQ(this->Curve->HandlePicker->GetPickList()->GetNumberOfItems(), 0);
+  for (vtkActor* handle : handles)
+  {
+    EXPECT_FALSE(this->IsShown(handle));
+    EXPECT_EQ(handle->GetReferenceCount(), 1);
+  }
+  EXPECT_TRUE(this->IsShown(this->Curve->LineActor));
+  this->Curve->Initialize();
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->ExpectHandles(Square());
+}
+
+TEST_F(LassoWidget, ErasingLeavesNoStaleHandle)
+{
+  this->Show(Square());
+  const int props = this->Scene.Renderer()->GetViewProps()->GetNumberOfItems();
+  this->Curve->EraseHandle(1);
+  this->ExpectHandles({ { { -6, -6, 0 } }, { { 6, 6, 0 } }, { { -6, 6, 0 } } });
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 3);
+  EXPECT_EQ(this->Curve->Handle.size(), 3u);
+  EXPECT_EQ(this->Curve->HandlePicker->GetPickList()->GetNumberOfItems(), 3);
+  EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), props - 1);
+  const zvtest::Picture picture = this->Scene.RenderAndLook();
+  EXPECT_FALSE(picture.HasNear(Red, this->Scene.At({ { 6, -6, 0 } }), 5, 80));
+}
+
+TEST_F(LassoWidget, HandleVisibilityChangesPropertiesOnly)
+{
+  this->Show(Square());
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  struct Row
+  {
+    int Visibility;
+    vtkProperty* Property;
+  };
+  for (const Row& row :
+    { Row{ 0, this->Curve->GetClosedHandleProperty() }, Row{ 1, this->Curve->GetHandleProperty() },
+      Row{ 2, this->Curve->GetClosedHandleProperty() } })
+  {
+    this->Curve->SetHandleVisibility(row.Visibility);
+    EXPECT_TRUE(this->AllHandlesHave(row.Property)) << row.Visibility;
+    EXPECT_EQ(this->Curve->Handle[0]->GetVisibility(), 1);
+  }
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+}
+
+TEST_F(LassoWidget, HighlightingAHandleSelectsItAndTakesItsDepth)
+{
+  this->Show({ { { -6, -6, 3 } }, { { 6, -6, 3 } }, { { 6, 6, 3 } } });
+  const zvtest::Display at = this->Pointer.At({ { 6, 6, 3 } });
+  this->Scene.Interactor()->SetEventPosition(at[0], at[1]);
+  ASSERT_EQ(this->Curve->IsClicked(), 1);
+  EXPECT_EQ(this->Curve->HighlightHandle(this->Curve->Handle[2]), 2);
+  EXPECT_EQ(this->Curve->CurrentHandle.Get(), this->Curve->Handle[2].Get());
+  EXPECT_EQ(this->Curve->ValidPick, 1);
+  EXPECT_NEAR(this->Curve->LastPickPosition[0], 6.0, this->PixelSize());
+  EXPECT_NEAR(this->Curve->LastPickPosition[2], 3.0, 2.0 * this->RadiusOf(2));
+  EXPECT_EQ(this->Curve->Handle[2]->GetProperty(), this->Curve->GetSelectedHandleProperty());
+
+  EXPECT_EQ(this->Curve->HighlightHandle(this->Curve->Handle[0]), 0);
+  EXPECT_EQ(this->Curve->Handle[2]->GetProperty(), this->Curve->GetHandleProperty());
+  EXPECT_EQ(this->Curve->Handle[0]->GetProperty(), this->Curve->GetSelectedHandleProperty());
+
+  EXPECT_EQ(this->Curve->HighlightHandle(nullptr), -1);
+  EXPECT_EQ(this->Curve->CurrentHandle, nullptr);
+  EXPECT_EQ(this->Curve->Handle[0]->GetProperty(), this->Curve->GetHandleProperty());
+}
+
+TEST_F(LassoWidget, HighlightingAForeignActorKeepsItByDesign)
+{
+  this->Show(Square());
+  vtkNew<vtkActor> foreign;
+  EXPECT_EQ(this->Curve->HighlightHandle(foreign), -1);
+  EXPECT_EQ(this->Curve->CurrentHandle.Get(), foreign.Get());
+  EXPECT_NE(foreign->GetProperty(), this->Curve->GetSelectedHandleProperty());
+  EXPECT_EQ(this->Curve->ValidPick, 0);
+  EXPECT_EQ(this->Curve->HighlightHandle(nullptr), -1);
+  EXPECT_EQ(foreign->GetProperty(), this->Curve->GetHandleProperty());
+}
+
+TEST_F(LassoWidget, AHighlightedActorThatDiesIsForgotten)
+{
+  this->Show(Square());
+  {
+    vtkNew<vtkActor> foreign;
+    this->Curve->HighlightHandle(foreign);
+  }
+  EXPECT_EQ(this->Curve->CurrentHandle, nullptr);
+  this->Curve->HighlightHandle(this->Curve->Handle[1]);
+  this->Curve->EraseHandle(1);
+  EXPECT_EQ(this->Curve->CurrentHandle, nullptr);
+  this->Curve->SetState(zvLassoWidget::Moving);
+  this->Pointer.MoveTo({ { 210, 210 } });
+}
+
+// ---- Traces
+
+TEST_F(LassoWidget, EachOperationWritesItsTraceFirst)
+{
+  this->Show(Square());
+  this->Scene.Render();
+  double p[3] = { 1, 2, 3 };
+  double q[3] = { 1, 2, 4 };
+  double bounds[6] = { -1, 1, -1, 1, -1, 1 };
+  vtkNew<vtkPolyData> copy;
+  std::ostringstream print;
+  zvtest::OpenLasso* w = this->Curve;
+  struct Row
+  {
+    const char* Signature;
+    std::function<void()> Call;
+  };
+  const Row rows[] = {
+    { "zvLassoWidget::SizeHandles()", [&] { w->SizeHandles(); } },
+    { "zvLassoWidget::PrintSelf(ostream& os, vtkIndent indent)",
+      [&] { w->PrintSelf(print, vtkIndent()); } },
+    { "zvLassoWidget::SetParametricSpline(zvParametricSpline* spline)",
+      [&] { w->SetParametricSpline(w->GetParametricSpline()); } },
+    { "zvLassoWidget::GetHandlePosition(int handle)", [&] { w->GetHandlePosition(0); } },
+    { "zvLassoWidget::GetHandlePosition(int handle, double xyz[3])",
+      [&] { w->GetHandlePosition(0, p); } },
+    { "zvLassoWidget::AddObservers(void)", [&] { w->AddObservers(); } },
+    { "zvLassoWidget::ProjectPointsToObliquePlane()", [&] { w->ProjectPointsToObliquePlane(); } },
+    { "zvLassoWidget::ProjectPointsToOrthoPlane()", [&] { w->ProjectPointsToOrthoPlane(); } },
+    { "zvLassoWidget::ProjectPointsToPlane()", [&] { w->ProjectPointsToPlane(); } },
+    { "zvLassoWidget::PlaceWidget(double bds[6])", [&] { w->PlaceWidget(bounds); } },
+    { "zvLassoWidget::SetEnabled(int enabling)", [&] { w->SetEnabled(1); } },
+    { "zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)",
+      [&] { w->SetHandlePosition(0, 1.0, 2.0, 3.0); } },
+    { "zvLassoWidget::SetHandlePosition(int handle, double xyz[3])",
+      [&] { w->SetHandlePosition(0, p); } },
+    { "zvLassoWidget::SetClosed(int closed)", [&] { w->SetClosed(1); } },
+    { "zvLassoWidget::HighlightHandle(vtkProp *prop)", [&] { w->HighlightHandle(nullptr); } },
+    { "zvLassoWidget::HighlightLine(int highlight)", [&] { w->HighlightLine(0); } },
+    { "zvLassoWidget::OnLeftButtonDown()", [&] { w->OnLeftButtonDown(); } },
+    { "zvLassoWidget::OnLeftButtonUp()", [&] { w->OnLeftButtonUp(); } },
+    { "zvLassoWidget::OnMiddleButtonDown()", [&] { w->OnMiddleButtonDown(); } },
+    { "zvLassoWidget::OnMiddleButtonUp()", [&] { w->OnMiddleButtonUp(); } },
+    { "zvLassoWidget::OnRightButtonDown()", [&] { w->OnRightButtonDown(); } },
+    { "zvLassoWidget::OnRightButtonUp()", [&] { w->OnRightButtonUp(); } },
+    { "zvLassoWidget::OnMouseWheelForward()", [&] { w->OnMouseWheelForward(); } },
+    { "zvLassoWidget::OnMouseWheelBackward()", [&] { w->OnMouseWheelBackward(); } },
+    { "zvLassoWidget::MovePoint(double *p1, double *p2)",
+      [&]
+      {
+        w->CurrentHandleIndex = 0;
+        w->MovePoint(p, q);
+      } },
+    { "zvLassoWidget::Translate(double *p1, double *p2)", [&] { w->Translate(p, q); } },
+    { "zvLassoWidget::Scale(double *p1, double *p2, int vtkNotUsed(X), int Y)",
+      [&] { w->Scale(p, q, 0, 0); } },
+    { "zvLassoWidget::Spin(double *p1, double *p2, double *vpn)", [&] { w->Spin(p, q, p); } },
+    { "zvLassoWidget::CreateDefaultProperties()", [&] { w->CreateDefaultProperties(); } },
+    { "zvLassoWidget::SetProjectionPosition(double position)",
+      [&] { w->SetProjectionPosition(1.0); } },
+    { "zvLassoWidget::SetPlaneSource(vtkPlaneSource* plane)", [&] { w->SetPlaneSource(nullptr); } },
+    { "zvLassoWidget::SetResolution(int resolution)", [&] { w->SetResolution(100); } },
+    { "zvLassoWidget::GetPolyData(vtkPolyData *pd)", [&] { w->GetPolyData(copy); } },
+    { "zvLassoWidget::GetSummedLength()", [&] { w->GetSummedLength(); } },
+    { "zvLassoWidget::CalculateCentroid()", [&] { w->CalculateCentroid(); } },
+    { "zvLassoWidget::EraseHandle(const int& index)", [&] { w->EraseHandle(99); } },
+    { "zvLassoWidget::InsertHandleOnLine(double* pos)", [&] { w->InsertHandleOnLine(p); } },
+    { "zvLassoWidget::IsClosed()", [&] { w->IsClosed(); } },
+    { "zvLassoWidget::GetState()", [&] { w->GetState(); } },
+    { "zvLassoWidget::SetState(int state)", [&] { w->SetState(0); } },
+    { "zvLassoWidget::IsClicked()", [&] { w->IsClicked(); } },
+    { "zvLassoWidget::SetHandleVisibility(int visibility)", [&] { w->SetHandleVisibility(1); } },
+    { "zvLassoWidget::InitializeHandles(vtkPoints* points)",
+      [&] { w->InitializeHandles(PointsOf({})); } },
+    { "zvLassoWidget::SetNumberOfHandles(int npts)", [&] { w->SetNumberOfHandles(1); } },
+    { "zvLassoWidget::Initialize(void)", [&] { w->Initialize(); } },
+    { "zvLassoWidget::AddHandle(double x[3])", [&] { w->AddHandle(p); } },
+    { "zvLassoWidget::~zvLassoWidget()", [this] { this->Curve = nullptr; } },
+  };
+  for (const Row& row : rows)
+  {
+    this->Scene.Interactor()->SetEventPosition(10, 10); // beside all
+    w->DebugMode = true;
+    row.Call();
+    if (this->Curve)
+    {
+      w->DebugMode = false;
+    }
+    const std::string output = this->TakeOutput();
+    const std::string first = output.substr(0, output.find("\n\n") + 2);
+    EXPECT_TRUE(zvtest::IsTrace(first, "zvLassoWidget", w, row.Signature)) << output;
+    // The only complaint: there is no plane to project to.
+    this->TakeMessages();
+  }
+}
+
+TEST_F(LassoWidget, MovesAccessorsAndRebuildsWriteNoTrace)
+{
+  this->Show(Square());
+  this->Curve->SetState(zvLassoWidget::Placing);
+  this->Curve->DebugMode = true;
+  this->Pointer.MoveTo({ { 30, 30 } });
+  this->Curve->BuildRepresentation();
+  this->Curve->GetClosed();
+  this->Curve->GetNumberOfHandles();
+  this->Curve->GetResolution();
+  this->Curve->SetProjectionNormal(2);
+  this->Curve->ProjectToPlaneOff();
+  this->Curve->SetHandleProperty(this->Curve->GetHandleProperty());
+  this->Curve->DebugMode = false;
+  EXPECT_EQ(this->TakeOutput(), "");
+}
+
+// ---- What it has in common with the spline widget
+
+TEST_F(LassoWidget, WorksWithoutProperties)
+{
+  this->Curve->SetHandleProperty(nullptr);
+  this->Curve->SetLineProperty(nullptr);
+  this->Curve->SetSelectedLineProperty(nullptr);
+  this->Show(Square(), true);
+  const World corner = this->HandleAt(1);
+  this->Pointer.Drag(zvtest::Middle, this->Pointer.At(corner), { { 210, 200 } });
+  EXPECT_EQ(this->Curve->GetState(), zvLassoWidget::Start);
+}
+
+TEST_F(LassoWidget, ProjectionSettingsMoveNothingByThemselves)
+{
+  this->Show(Square());
+  vtkMTimeType before = this->Curve->GetMTime();
+  this->Curve->SetProjectToPlane(1);
+  EXPECT_GT(this->Curve->GetMTime(), before);
+  before = this->Curve->GetMTime();
+  this->Curve->SetProjectionNormal(1);
+  EXPECT_GT(this->Curve->GetMTime(), before);
+  before = this->Curve->GetMTime();
+  this->Curve->SetProjectionNormal(1);
+  EXPECT_EQ(this->Curve->GetMTime(), before);
+  this->ExpectHandles(Square());
+}
+
+TEST_F(LassoWidget, TheProjectionNormalIsClamped)
+{
+  this->Curve->SetProjectionNormal(7);
+  EXPECT_EQ(this->Curve->GetProjectionNormal(), 3);
+  this->Curve->SetProjectionNormal(-1);
+  EXPECT_EQ(this->Curve->GetProjectionNormal(), 0);
+  EXPECT_EQ(this->Curve->GetProjectionNormalMinValue(), 0);
+  EXPECT_EQ(this->Curve->GetProjectionNormalMaxValue(), 3);
+}
+
+TEST_F(LassoWidget, ProjectToPlaneIsStoredAsGivenAndSwitched)
+{
+  this->Curve->SetProjectToPlane(5);
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 5);
+  this->Curve->ProjectToPlaneOff();
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 0);
+  this->Curve->ProjectToPlaneOn();
+  EXPECT_EQ(this->Curve->GetProjectToPlane(), 1);
+}
+
+TEST_F(LassoWidget, TheProjectionPositionMovesTheHandlesOnlyWhileProjecting)
+{
+  this->Show(Square());
+  this->Curve->SetProjectionNormal(2);
+  const vtkMTimeType before = this->Curve->GetMTime();
+  const vtkMTimeType spline = this->Curve->GetParametricSpline()->GetMTime();
+  this->Curve->SetProjectionPosition(3.0);
+  this->ExpectHandles(Square());
+  EXPECT_GT(this->Curve->GetParametricSpline()->GetMTime(), spline);
+  EXPECT_EQ(this->Curve->GetMTime(), before);
+  this->Curve->ProjectToPlaneOn();
+  this->Curve->SetProjectionPosition(3.0);
+  for (int i = 0; i < 4; ++i)
+  {
+    EXPECT_EQ(this->HandleAt(i)[2], 3.0);
+  }
+}
+
+TEST_F(LassoWidget, ThePlaneSourceIsOnlyReferredTo)
+{
+  const vtkMTimeType before = this->Curve->GetMTime();
+  {
+    vtkNew<vtkPlaneSource> plane;
+    const int references = plane->GetReferenceCount();
+    this->Curve->SetPlaneSource(plane);
+    EXPECT_EQ(plane->GetReferenceCount(), references);
+  }
+  EXPECT_EQ(this->Curve->GetMTime(), before);
+  this->Show(Square());
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectPointsToPlane(); // the plane is gone
+  this->ExpectGenericWarning("zvLassoWidget", PlaneWarning);
+  this->ExpectHandles(Square());
+}
+
+TEST_F(LassoWidget, TheResolutionIsNeverBelowTheSpansBetweenHandles)
+{
+  this->Curve->InitializeHandles(PointsOf(std::vector<World>(6)));
+  this->Curve->SetResolution(2);
+  EXPECT_EQ(this->Curve->GetResolution(), 500);
+  this->Curve->InitializeHandles(PointsOf(std::vector<World>(3)));
+  const vtkMTimeType before = this->Curve->ParametricFunctionSource->GetMTime();
+  this->Curve->SetResolution(2);
+  EXPECT_EQ(this->Curve->GetResolution(), 2);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetUResolution(), 2);
+  EXPECT_GT(this->Curve->ParametricFunctionSource->GetMTime(), before);
+}
+
+TEST_F(LassoWidget, TheSameResolutionChangesNothing)
+{
+  const vtkMTimeType before = this->Curve->ParametricFunctionSource->GetMTime();
+  this->Curve->SetResolution(500);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetMTime(), before);
+}
+
+TEST_F(LassoWidget, ASplineIsReplacedWithAReference)
+{
+  this->Show(Square());
+  vtkWeakPointer<zvParametricSpline> first = this->Curve->GetParametricSpline();
+  vtkNew<zvParametricSpline> spline;
+  this->Curve->SetParametricSpline(spline);
+  EXPECT_EQ(this->Curve->GetParametricSpline(), spline);
+  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetParametricFunction(), spline);
+  EXPECT_EQ(spline->GetReferenceCount(), 3); // ours, the widget's, the source's
+  EXPECT_EQ(first, nullptr);
+  EXPECT_EQ(spline->GetPoints(), nullptr);
+  this->Curve->BuildRepresentation();
+  ASSERT_NE(spline->GetPoints(), nullptr);
+  EXPECT_EQ(spline->GetPoints()->GetNumberOfPoints(), 4);
+  this->Curve->SetParametricSpline(spline);
+  EXPECT_EQ(spline->GetReferenceCount(), 3);
+}
+
+TEST_F(LassoWidget, WithoutASplineTheLineStaysAndNothingBreaks)
+{
+  this->Show(Square());
+  const World onLine = this->OnLine(0.5);
+  this->Curve->SetParametricSpline(nullptr);
+  EXPECT_EQ(this->Curve->GetParametricSpline(), nullptr);
+  this->Curve->SetHandlePosition(0, -5.0, -5.0, 0.0);
+  this->Curve->ClosedOn();
+  this->Curve->ClosedOff();
+  this->Pointer.Drag(zvtest::Left, this->Pointer.At(onLine), { { 200, 200 } });
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 5);
+  this->Scene.Render();
+  EXPECT_EQ(this->OnLine(0.5), onLine);
+}
+
+TEST_F(LassoWidget, ClosingIsPassedOnToTheSpline)
+{
+  this->Show(Square());
+  zvParametricSpline* spline = this->Curve->GetParametricSpline();
+  const vtkMTimeType before = spline->GetMTime();
+  this->Curve->SetClosed(0);
+  EXPECT_EQ(spline->GetMTime(), before);
+  this->Curve->ClosedOn();
+  EXPECT_EQ(this->Curve->GetClosed(), 1);
+  EXPECT_EQ(spline->GetClosed(), 1);
+  EXPECT_GT(spline->GetMTime(), before);
+  this->Curve->ClosedOff();
+  EXPECT_EQ(this->Curve->GetClosed(), 0);
+  EXPECT_EQ(spline->GetClosed(), 0);
+}
+
+TEST_F(LassoWidget, TheStateIsStoredAsGiven)
+{
+  this->Curve->SetState(5);
+  EXPECT_EQ(this->Curve->GetState(), 5);
+}
+
+TEST_F(LassoWidget, CannotBeEnabledOrDisabledWithoutAnInteractor)
+{
+  vtkNew<zvLassoWidget> widget;
+  for (int enabling : { 1, 0 })
+  {
+    widget->SetEnabled(enabling);
+    this->ExpectVtkError("zvLassoWidget", "zvLassoWidget", widget, InteractorError);
+    EXPECT_EQ(widget->GetEnabled(), 0);
+  }
+}
+
+TEST_F(LassoWidget, WithoutARendererEnablingGivesUpSilently)
+{
+  this->Scene.DropRenderers();
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetEnabled(), 0);
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+}
+
+TEST_F(LassoWidget, EnablingTakesTheRendererUnderTheLastEvent)
+{
+  zvtest::SceneOptions options;
+  options.Viewports = 2;
+  class zvtest::Scene scene(options);
+  zvtest::Mouse mouse(scene);
+  mouse.MoveTo({ { 300, 200 } });
+  mouse.MoveTo({ { 310, 200 } }); // the last position is now in the right viewport, too
+  this->Curve->SetInteractor(scene.Interactor());
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->GetCurrentRenderer(), scene.Renderer(1));
+  this->Curve->SetEnabled(0);
+  this->Curve->SetInteractor(nullptr);
+}
+
+TEST_F(LassoWidget, AddObserversAttachesTheNineEventsAndTellsNothing)
+{
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Curve, zvtest::WidgetEvents);
+  this->Curve->AddObservers();
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_TRUE(this->Scene.Interactor()->HasObserver(event, this->Curve->EventCallbackCommand));
+  }
+  EXPECT_THAT(recorder.Names(), IsEmpty());
+  vtkNew<zvLassoWidget> lonely;
+  lonely->AddObservers();
+  this->ExpectNoMessage();
+}
+
+TEST_F(LassoWidget, PlacingSpreadsTheHandlesOnTheDiagonal)
+{
+  this->Curve->SetNumberOfHandles(5);
+  this->Curve->PlaceWidget(0, 4, -2, 2, 10, 30);
+  this->ExpectHandles(
+    { { { 0, -2, 10 } }, { { 1, -1, 15 } }, { { 2, 0, 20 } }, { { 3, 1, 25 } }, { { 4, 2, 30 } } });
+  EXPECT_THAT(this->Curve->InitialBounds, ElementsAre(0, 4, -2, 2, 10, 30));
+  EXPECT_DOUBLE_EQ(this->Curve->InitialLength, std::sqrt(16.0 + 16.0 + 400.0));
+}
+
+TEST_F(LassoWidget, PlacingASingleHandlePutsItInTheLowCorner)
+{
+  this->Curve->SetNumberOfHandles(1);
+  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
+  this->Curve->PlaceWidget(bounds);
+  this->ExpectHandles({ { { 0, -2, 10 } } });
+}
+
+TEST_F(LassoWidget, PlacingScalesTheBoundsByThePlaceFactor)
+{
+  this->Curve->SetNumberOfHandles(2);
+  this->Curve->SetPlaceFactor(0.5);
+  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
+  this->Curve->PlaceWidget(bounds);
+  this->ExpectHandles({ { { 1, -1, 15 } }, { { 3, 1, 25 } } });
+}
+
+TEST_F(LassoWidget, PlacingWhileProjectingMovesTheHandlesToThePlaneOnly)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->Curve->SetProjectionNormal(1);
+  this->Curve->ProjectToPlaneOn();
+  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
+  this->Curve->PlaceWidget(bounds);
+  this->ExpectHandles({ { { -6, 0, 0 } }, { { 6, 0, 0 } }, { { 6, 0, 0 } }, { { -6, 0, 0 } } });
+}
+
+TEST_F(LassoWidget, PlacingLeavesTheLineForTheNextRebuild)
+{
+  this->Show(Square());
+  const vtkMTimeType spline = this->Curve->GetParametricSpline()->GetMTime();
+  double bounds[6] = { 0, 4, -2, 2, 0, 3 };
+  this->Curve->PlaceWidget(bounds);
+  EXPECT_EQ(this->Curve->GetParametricSpline()->GetMTime(), spline);
+  this->Curve->BuildRepresentation();
+  World last;
+  this->Curve->GetParametricSpline()->GetPoints()->GetPoint(3, last.data());
+  EXPECT_EQ(last, (World{ { 4, 2, 3 } }));
+}
+
+TEST_F(LassoWidget, ProjectsAlongEachAxis)
+{
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    this->Curve->ProjectToPlaneOff();
+    this->Curve->InitializeHandles(PointsOf(Square()));
+    this->Curve->SetProjectionNormal(axis);
+    this->Curve->SetProjectionPosition(2.5);
+    this->Curve->ProjectPointsToPlane();
+    std::vector<World> expected = Square();
+    for (World& handle : expected)
+    {
+      handle[axis] = 2.5;
+    }
+    this->ExpectHandles(expected);
+  }
+}
+
+TEST_F(LassoWidget, ProjectsToAnObliquePlane)
+{
+  vtkNew<vtkPlaneSource> plane;
+  plane->SetOrigin(1.0, 0.0, 1.0);
+  plane->SetPoint1(4.0, 0.0, 4.0);
+  plane->SetPoint2(1.0, 7.0, 1.0);
+  this->Curve->SetPlaneSource(plane);
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectToPlaneOn();
+  this->Curve->InitializeHandles(PointsOf({ { { 2, 3, 0 } }, { { 5, -1, 5 } } }));
+  this->ExpectHandles({ { { 1, 3, 1 } }, { { 5, -1, 5 } } });
+}
+
+TEST_F(LassoWidget, ObliqueWithoutAPlaneWarnsAndMovesNothing)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->ProjectPointsToPlane();
+  this->ExpectGenericWarning("zvLassoWidget", PlaneWarning);
+  this->Curve->ProjectPointsToObliquePlane();
+  this->ExpectGenericWarning("zvLassoWidget", PlaneWarning);
+  this->Curve->ProjectPointsToOrthoPlane(); // no axis to project along
+  this->ExpectHandles(Square());
+}
+
+TEST_F(LassoWidget, InitializingTakesAListOfAnyPrecision)
+{
+  vtkNew<vtkPoints> single;
+  single->InsertNextPoint(0.5, 1.5, 2.5);
+  single->InsertNextPoint(-0.5, -1.5, -2.5);
+  this->Curve->InitializeHandles(single);
+  this->ExpectHandles({ { { 0.5, 1.5, 2.5 } }, { { -0.5, -1.5, -2.5 } } });
+  this->Curve->InitializeHandles(nullptr);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 2);
+  vtkNew<vtkPoints> none;
+  this->Curve->InitializeHandles(none);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+}
+
+TEST_F(LassoWidget, ThePositionsOfTwoHandlesCanBeHeldAtOnce)
+{
+  this->Show(Square());
+  const double* first = this->Curve->GetHandlePosition(0);
+  const double* third = this->Curve->GetHandlePosition(2);
+  EXPECT_EQ(first[0], -6.0);
+  EXPECT_EQ(third[0], 6.0);
+}
+
+TEST_F(LassoWidget, AHandleOutOfRangeIsAnErrorAndChangesNothing)
+{
+  this->Show(Square());
+  for (int handle : { -1, 4, 1000 })
+  {
+    this->Curve->SetHandlePosition(handle, 1.0, 2.0, 3.0);
+    this->ExpectVtkError("zvLassoWidget", "zvLassoWidget", this->Curve, IndexError);
+    double position[3] = { 7, 8, 9 };
+    this->Curve->SetHandlePosition(handle, position);
+    this->ExpectVtkError("zvLassoWidget", "zvLassoWidget", this->Curve, IndexError);
+    this->Curve->GetHandlePosition(handle, position);
+    this->ExpectVtkError("zvLassoWidget", "zvLassoWidget", this->Curve, IndexError);
+    EXPECT_THAT(position, ElementsAre(7, 8, 9));
+    EXPECT_EQ(this->Curve->GetHandlePosition(handle), nullptr);
+    this->ExpectVtkError("zvLassoWidget", "zvLassoWidget", this->Curve, IndexError);
+  }
+  this->ExpectHandles(Square());
+}
+
+TEST_F(LassoWidget, TheCentroidIsTheMeanOfTheHandles)
+{
+  this->Curve->InitializeHandles(PointsOf({ { { 1, 2, 3 } }, { { 3, 6, -3 } } }));
+  this->Curve->CalculateCentroid();
+  EXPECT_THAT(this->Curve->Centroid, ElementsAre(2.0, 4.0, 0.0));
+}
+
+TEST_F(LassoWidget, ErasingOutOfRangeOrBelowThreeDoesNothing)
+{
+  this->Show(Square());
+  for (int index : { -1, 4, 5 })
+  {
+    this->Curve->EraseHandle(index);
+  }
+  this->ExpectHandles(Square());
+  this->Curve->InitializeHandles(PointsOf({ { { 1, 0, 0 } }, { { 2, 0, 0 } } }));
+  this->Curve->EraseHandle(0);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 2);
+}
+
+TEST_F(LassoWidget, InsertingNeedsALineThatWasHitAndTwoHandles)
+{
+  double position[3] = { 0, 0, 0 };
+  this->Show(Square());
+  this->Curve->InsertHandleOnLine(position);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 4);
+  this->Curve->InitializeHandles(PointsOf({ { { 0, 0, 0 } } }));
+  this->Scene.Render();
+  this->Pointer.MoveTo(this->Pointer.At({ { 0, 0, 0 } }));
+  EXPECT_EQ(this->Curve->IsClicked(), 1);
+  this->Curve->InsertHandleOnLine(position);
+  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 1);
+}
+
+TEST_F(LassoWidget, InsertsInEachSegmentOfAClosedCurve)
+{
+  for (int segment = 0; segment < 4; ++segment)
+  {
+    this->Show(Square(), true);
+    this->Scene.Render();
+    const World clicked = this->OnLine((segment + 0.5) / 4.0);
+    this->Pointer.Press(zvtest::Left, this->Pointer.At(clicked));
+    this->Pointer.Release(zvtest::Left);
+    ASSERT_EQ(this->Curve->GetNumberOfHandles(), 5);
+    std::vector<World> expected = Square();
+    expected.insert(expected.begin() + segment + 1, clicked);
+    this->ExpectHandles(expected, 3.0 * this->PixelSize());
+  }
+}
+
+TEST_F(LassoWidget, SumsTheLengthOfTheLineAsItWasDrawn)
+{
+  EXPECT_EQ(this->Curve->GetSummedLength(), 0.0);
+  this->Show({ { { -3, 0, 0 } }, { { 3, 8, 0 } } });
+  EXPECT_NEAR(this->Curve->GetSummedLength(), 10.0, 1e-4);
+  this->Curve->SetHandlePosition(1, -3.0, 5.0, 0.0);
+  EXPECT_NEAR(this->Curve->GetSummedLength(), 10.0, 1e-4);
+  this->Scene.Render();
+  EXPECT_NEAR(this->Curve->GetSummedLength(), 5.0, 1e-4);
+}
+
+TEST_F(LassoWidget, GivesACopyOfTheLineAsItWasDrawn)
+{
+  vtkNew<vtkPolyData> line;
+  this->Curve->GetPolyData(line);
+  EXPECT_EQ(line->GetNumberOfPoints(), 0);
+  this->Show(Square());
+  this->Curve->GetPolyData(line);
+  EXPECT_EQ(line->GetNumberOfPoints(), 501);
+  EXPECT_EQ(line->GetNumberOfLines(), 1);
+  this->Curve->GetPolyData(nullptr);
+}
+
+TEST_F(LassoWidget, IsClosedTellsOfTheLineThatWasDrawn)
+{
+  this->Curve->InitializeHandles(PointsOf(Square()));
+  this->Curve->ClosedOn();
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+  this->ExpectVtkError(
+    "zvLassoWidget", "zvLassoWidget", this->Curve, "No line data to query geometric closure");
+  this->Curve->SetEnabled(1);
+  EXPECT_EQ(this->Curve->IsClosed(), 1);
+  this->Curve->ClosedOff();
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+}
+
+TEST_F(LassoWidget, AnOpenCurveIsNotClosedEvenIfItsEndsMeet)
+{
+  this->Show(std::vector<World>(3, { { 1, 2, 0 } }));
+  EXPECT_EQ(this->OnLine(0.0), this->OnLine(1.0));
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+  this->Curve->ClosedOn();
+  EXPECT_EQ(this->Curve->IsClosed(), 1);
+}
+
+TEST_F(LassoWidget, OneHandleIsNotClosed)
+{
+  this->Show({ { { 1, 1, 0 } } }, true);
+  EXPECT_EQ(this->Curve->IsClosed(), 0);
+}
+
+TEST_F(LassoWidget, MovePointMovesTheCurrentHandle)
+{
+  this->Show(Square());
+  double from[3] = { 1, 1, 1 };
+  double to[3] = { 2, 0, 4 };
+  this->Curve->CurrentHandleIndex = 2;
+  this->Curve->MovePoint(from, to);
+  std::vector<World> expected = Square();
+  expected[2] = { { 7, 5, 3 } };
+  this->ExpectHandles(expected);
+  for (int index : { -1, 4 })
+  {
+    this->Curve->CurrentHandleIndex = index;
+    this->Curve->MovePoint(from, to);
+    this->ExpectGenericWarning("zvLassoWidget", IndexWarning);
+  }
+  this->ExpectHandles(expected);
+}
+
+TEST_F(LassoWidget, TranslateMovesAllHandles)
+{
+  this->Show(Square());
+  double from[3] = { 1, 1, 1 };
+  double to[3] = { 2, 0, 4 };
+  this->Curve->Translate(from, to);
+  this->ExpectHandles({ { { -5, -7, 3 } }, { { 7, -7, 3 } }, { { 7, 5, 3 } }, { { -5, 5, 3 } } });
+}
+
+TEST_F(LassoWidget, ScaleShrinksOnAMotionDownOrAcrossAndGrowsOnOneUp)
+{
+  // Length 36 over 4 handles is 9; a motion of 3 is a third.
+  double from[3] = { 0, 0, 0 };
+  double to[3] = { 0, 3, 0 };
+  this->Scene.Interactor()->SetEventPosition(100, 100);
+  this->Scene.Interactor()->SetEventPosition(100, 100); // the last position, too
+  struct Row
+  {
+    int Y;
+    double Corner;
+  };
+  for (const Row& row : { Row{ 101, 8.0 }, Row{ 100, 4.0 }, Row{ 99, 4.0 } })
+  {
+    this->Curve->InitializeHandles(PointsOf(Square()));
+    this->Curve->Scale(from, to, 0, row.Y);
+    this->ExpectHandles({ { { -row.Corner, -row.Corner, 0 } }, { { row.Corner, -row.Corner, 0 } },
+      { { row.Corner, row.Corner, 0 } }, { { -row.Corner, row.Corner, 0 } } });
+  }
+  vtkNew<zvLassoWidget> lonely;
+  lonely->Scale(from, to, 0, 0);
+}
+
+TEST_F(LassoWidget, SpinTurnsAboutTheCentroidThatWasLastCalculated)
+{
+  // A quarter turn: the motion is a quarter of the radius 4.
+  double from[3] = { 4, -1, 0 };
+  double to[3] = { 4, 0, 0 };
+  double normal[3] = { 0, 0, 1 };
+  this->Curve->SetProjectionNormal(2);
+  this->Curve->SetProjectToPlane(1);
+  this->Curve->InitializeHandles(PointsOf({ { { 3, 0, 0 } }, { { 5, 0, 0 } } }));
+  this->Curve->Spin(from, to, normal);
+  this->ExpectHandles({ { { 0, 3, 0 } }, { { 0, 5, 0 } } });
+  this->Curve->CalculateCentroid(); // (0, 4, 0)
+  double beside[3] = { 4, 4, 0 };
+  double below[3] = { 4, 3, 0 };
+  this->Curve->Spin(below, beside, normal);
+  this->ExpectHandles({ { { 1, 4, 0 } }, { { -1, 4, 0 } } });
+}
+
+TEST_F(LassoWidget, AFreeSpinTurnsAcrossTheView)
+{
+  // The axis is the view's normal (z) crossed with the motion (x): y.
+  double from[3] = { -1, 0, 4 };
+  double to[3] = { 0, 0, 4 };
+  double normal[3] = { 0, 0, 1 };
+  this->Curve->InitializeHandles(PointsOf({ { { 0, 0, 2 } }, { { 1, 5, 0 } } }));
+  this->Curve->Spin(from, to, normal);
+  this->ExpectHandles({ { { 2, 0, 0 } }, { { 0, 5, -1 } } });
+  this->Curve->Spin(from, from, normal);
+  this->ExpectHandles({ { { 2, 0, 0 } }, { { 0, 5, -1 } } });
+}
+
+TEST_F(LassoWidget, SpinOnAnObliquePlaneTurnsAboutItsNormal)
+{
+  double from[3] = { 4, -1, 0 };
+  double to[3] = { 4, 0, 0 };
+  double viewNormal[3] = { 1, 0, 0 };
+  this->Curve->InitializeHandles(PointsOf({ { { 2, 0, 7 } } }));
+  this->Curve->SetProjectionNormal(3);
+  this->Curve->SetProjectToPlane(1);
+  this->Curve->Spin(from, to, viewNormal); // no plane: harmless
+  this->ExpectHandles({ { { 2, 0, 7 } } });
+  vtkNew<vtkPlaneSource> plane;
+  this->Curve->SetPlaneSource(plane); // in x and y
+  this->Curve->Spin(from, to, viewNormal);
+  this->ExpectHandles({ { { 0, 2, 7 } } });
+}
