@@ -1,6 +1,7 @@
 #include "zvImageViewerWidget.h"
 
 #include "zvBoxCut.h"
+#include "zvCollections.h"
 #include "zvEvents.h"
 #include "zvFloodFill.h"
 #include "zvImageGrid.h"
@@ -137,35 +138,16 @@ zvReslicePlane::Corners CornersOf(vtkPlaneSource* source)
   return corners;
 }
 
-// A tool that is enabled may change the list.
+// A tool that is enabled may take others out of the list.
 void SetAllEnabled(vtkCollection* tools, int enabling)
 {
-  std::vector<vtkSmartPointer<vtkInteractorObserver>> listed;
-  vtkCollectionSimpleIterator at;
-  tools->InitTraversal(at);
-  while (vtkObject* item = tools->GetNextItemAsObject(at))
+  for (const auto& tool : zvCollections::ItemsOf<vtkInteractorObserver>(tools))
   {
-    listed.emplace_back(vtkInteractorObserver::SafeDownCast(item));
-  }
-  for (const auto& tool : listed)
-  {
-    if (tool && tools->IsItemPresent(tool))
+    if (tools->IsItemPresent(tool))
     {
       tool->SetEnabled(enabling);
     }
   }
-}
-
-// Give up the reference that each tool was made with, then the list's own.
-void ReleaseAll(vtkCollection* tools)
-{
-  vtkCollectionSimpleIterator at;
-  tools->InitTraversal(at);
-  while (vtkObject* tool = tools->GetNextItemAsObject(at))
-  {
-    tool->UnRegister(nullptr);
-  }
-  tools->RemoveAllItems();
 }
 
 // The foot of a point on the line from an origin along an axis.
@@ -223,11 +205,11 @@ zvImageViewerWidget::~zvImageViewerWidget()
   {
     this->SetEnabled(0);
   }
-  // In this order, and each list at once.
-  ReleaseAll(this->RulerWidgets);
-  ReleaseAll(this->AreaWidgets);
-  ReleaseAll(this->LassoWidgets);
-  ReleaseAll(this->TextNoteWidgets);
+  // In this order.
+  zvCollections::ReleaseAll(this->RulerWidgets);
+  zvCollections::ReleaseAll(this->AreaWidgets);
+  zvCollections::ReleaseAll(this->LassoWidgets);
+  zvCollections::ReleaseAll(this->TextNoteWidgets);
 }
 
 // The stock filters and texture give way to those that are quick for a slice.

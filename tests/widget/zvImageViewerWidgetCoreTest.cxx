@@ -164,8 +164,8 @@ TEST_F(ImageViewerNew, PlainSettersStoreAndDoNothingElse)
     void (zvImageViewerWidget::*Set)(bool);
     bool (zvImageViewerWidget::*Get)();
   };
-  const Row rows[] = { { &zvImageViewerWidget::SetAddLassoMode,
-                         &zvImageViewerWidget::GetAddLassoMode },
+  const std::vector<Row> rows = { { &zvImageViewerWidget::SetAddLassoMode,
+                                    &zvImageViewerWidget::GetAddLassoMode },
     { &zvImageViewerWidget::SetPickPointModeA, &zvImageViewerWidget::GetPickPointModeA },
     { &zvImageViewerWidget::SetPickPointModeB, &zvImageViewerWidget::GetPickPointModeB },
     { &zvImageViewerWidget::SetPickPointModeC, &zvImageViewerWidget::GetPickPointModeC },

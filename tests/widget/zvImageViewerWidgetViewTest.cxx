@@ -675,8 +675,8 @@ TEST_F(ImageViewerWindowLevel, AnObserverMayDisableDetachUnhookOrDelete)
   const std::function<void()> actions[] = { [this] { this->Viewer->SetEnabled(0); },
     [this] { this->Viewer->SetInteractor(nullptr); }, [this] { this->Viewer->SetInput(nullptr); },
     [this] { this->Release(); } };
-  for (const unsigned long event :
-    { vtkCommand::StartWindowLevelEvent, vtkCommand::EndWindowLevelEvent })
+  for (const unsigned long event : { vtkCommand::StartWindowLevelEvent,
+         vtkCommand::WindowLevelEvent, vtkCommand::EndWindowLevelEvent })
   {
     for (const auto& action : actions)
     {
