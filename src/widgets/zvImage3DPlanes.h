@@ -33,15 +33,15 @@ class zvImagePlaneWidget;
 /// Frames and units: points and distances are world millimetres, voxels and slices are indices that
 /// count from 0.
 ///
-/// Event, at left button   what happens                                     tells observers
-/// press on a plane        PlaneSelected is the nearest plane under the     nothing; the plane
-/// itself
-///                         mouse, and it alone gets the events              starts its drag
-/// press on none           PlaneSelected is 0, the planes stay as they are  nothing
-/// move                    Dimension is refreshed                           nothing
-/// release                 all planes get events again; the voxel that was  StartInteractionEvent,
-///                         read, if any, is the last clicked one            no call data
-/// right release           nothing                                          nothing
+/// Event            what happens                                       tells observers
+/// left press on a  PlaneSelected is the nearest plane under the       nothing; the plane starts
+/// plane            mouse, and it alone gets events until the release  its drag
+/// left press on    PlaneSelected is 0, the planes stay as they are    nothing
+/// none
+/// mouse move       the slice counts are refreshed                     nothing
+/// left release     all planes get events again; the voxel that was    StartInteractionEvent, no
+///                  read, if any, is the last clicked one              call data
+/// right release    nothing                                            nothing
 ///
 /// Deliberate: it is the release that tells StartInteractionEvent. Hosts read the last clicked
 /// voxel from its observer.
@@ -76,12 +76,10 @@ public:
   zvImage3DPlanes(const zvImage3DPlanes&) = delete;
   zvImage3DPlanes& operator=(const zvImage3DPlanes&) = delete;
 
-  ///@{
   /// The image, and its dimensions, spacing and extent as they are now. Nothing changes on screen
   /// before Create, or Update once it is created. No reference is kept. Null is allowed: Create
   /// then refuses, Update empties the view. Takes the place of a connection.
   void SetImage(vtkImageData* image);
-  ///@}
 
   ///@{
   /// The same for the output of a pipeline, whose producer is updated at once. The planes and the
