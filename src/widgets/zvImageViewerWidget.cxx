@@ -143,7 +143,9 @@ void SetAllEnabled(vtkCollection* tools, int enabling)
 {
   for (const auto& tool : zvCollections::ItemsOf<vtkInteractorObserver>(tools))
   {
-    if (tools->IsItemPresent(tool))
+    // A tool that waits to be placed has no interactor yet and would complain of that.
+    const bool hasNothingToDisable = !enabling && !tool->GetEnabled() && !tool->GetInteractor();
+    if (tools->IsItemPresent(tool) && !hasNothingToDisable)
     {
       tool->SetEnabled(enabling);
     }

@@ -875,11 +875,27 @@ TEST_F(ImageViewerView, ItsToolsGoWithIt)
   kept->Delete();
 }
 
-TEST_F(ImageViewerView, AnEnabledViewerDisablesItsToolsBeforeItReleasesThem)
+TEST_F(ImageViewerView, AToolThatHasNoInteractorYetIsNotAskedToDisable)
 {
   this->Place(this->Cube(5), 2);
   this->Enable();
   this->AddOneToolOfEachKind();
+  this->Viewer->SetEnabled(0);
+  EXPECT_TRUE(this->Log.empty());
+  this->Release();
+}
+
+TEST_F(ImageViewerView, AnEnabledViewerDisablesItsToolsBeforeItReleasesThem)
+{
+  this->Place(this->Cube(5), 2);
+  this->Enable();
+  for (const auto& [list, name] : { std::pair{ this->Viewer->RulerWidgets.Get(), "ruler" },
+         std::pair{ this->Viewer->AreaWidgets.Get(), "area" },
+         std::pair{ this->Viewer->LassoWidgets.Get(), "lasso" },
+         std::pair{ this->Viewer->TextNoteWidgets.Get(), "note" } })
+  {
+    this->AddTool(list, name)->SetInteractor(this->Scene.Interactor());
+  }
   this->Release();
   EXPECT_EQ(this->Log,
     (Names{ "ruler off", "area off", "lasso off", "ruler gone", "area gone", "lasso gone",
