@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QImage>
 #include <QSurfaceFormat>
-#include <QTimer>
 
 #include "vtkCamera.h"
 #include "vtkGenericOpenGLRenderWindow.h"
@@ -113,11 +112,13 @@ int main(int argc, char** argv)
   const QStringList arguments = application.arguments();
   if (arguments.size() == 3 && arguments[1] == "--picture")
   {
-    // The view can draw only after its window has been exposed.
-    QTimer::singleShot(500, &application, [&]() {
-      status = WritePicture(view, arguments[2]);
-      QApplication::quit();
-    });
+    // The view can draw only once its window is on the screen.
+    QObject::connect(&view, &QOpenGLWidget::frameSwapped, &application,
+      [&]()
+      {
+        status = WritePicture(view, arguments[2]);
+        QApplication::quit();
+      });
   }
   QApplication::exec();
 
