@@ -5,6 +5,7 @@
 #include "zvImage3DPlanes.h"
 #include "zvImagePlaneWidget.h"
 #include "zvImageViewerWidget.h"
+#include "zvLassoWidget.h"
 #include "zvPointWidget.h"
 #include "zvRulerWidget.h"
 #include "zvSplineWidget.h"
@@ -130,6 +131,11 @@ struct Case<zvAreaWidget> : CurveCase<zvAreaWidget>
 {
 };
 
+template <>
+struct Case<zvLassoWidget> : CurveCase<zvLassoWidget>
+{
+};
+
 template <typename Widget>
 class Lifecycle : public zvtest::QuietTest
 {
@@ -198,7 +204,7 @@ protected:
 };
 
 using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
-  zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget>;
+  zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 
