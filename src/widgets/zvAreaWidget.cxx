@@ -1,5 +1,6 @@
 #include "zvAreaWidget.h"
 
+#include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvHandleCurve.h"
 #include "zvLengthLabel.h"
@@ -204,38 +205,7 @@ void zvAreaWidget::ProcessEvents(
 {
   // An observer may release the widget while its handler runs.
   const vtkSmartPointer<zvAreaWidget> self = static_cast<zvAreaWidget*>(clientdata);
-  switch (event)
-  {
-    case vtkCommand::LeftButtonPressEvent:
-      self->OnLeftButtonDown();
-      break;
-    case vtkCommand::LeftButtonReleaseEvent:
-      self->OnLeftButtonUp();
-      break;
-    case vtkCommand::MiddleButtonPressEvent:
-      self->OnMiddleButtonDown();
-      break;
-    case vtkCommand::MiddleButtonReleaseEvent:
-      self->OnMiddleButtonUp();
-      break;
-    case vtkCommand::RightButtonPressEvent:
-      self->OnRightButtonDown();
-      break;
-    case vtkCommand::RightButtonReleaseEvent:
-      self->OnRightButtonUp();
-      break;
-    case vtkCommand::MouseMoveEvent:
-      self->OnMouseMove();
-      break;
-    case vtkCommand::MouseWheelForwardEvent:
-      self->OnMouseWheelForward();
-      break;
-    case vtkCommand::MouseWheelBackwardEvent:
-      self->OnMouseWheelBackward();
-      break;
-    default:
-      break;
-  }
+  zvDispatch::ToHandler(self.GetPointer(), event);
 }
 
 void zvAreaWidget::CloseCurve()

@@ -1,6 +1,7 @@
 #include "zvLassoWidget.h"
 
 #include "zvCurveParts.h"
+#include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
@@ -327,6 +328,8 @@ void zvLassoWidget::SetNumberOfHandles(int count)
   {
     this->MakeHandle(this->StartOfHandle(i, count), radius);
   }
+  this->SpareHandle.clear();
+  this->SpareGeometry.clear();
   if (this->Interactor)
   {
     this->TakePokedRenderer();
@@ -590,6 +593,13 @@ void zvLassoWidget::Initialize()
   {
     this->HandlePicker->DeletePickList(handle);
   }
+  if (this->FindHandle(this->CurrentHandle) != -1)
+  {
+    this->CurrentHandle = nullptr;
+  }
+  // Kept for the next ones: to make a handle anew costs far more than all that is done with it.
+  this->SpareGeometry.swap(this->HandleGeometry);
+  this->SpareHandle.swap(this->Handle);
   this->HandleGeometry.clear();
   this->Handle.clear();
   this->NumberOfHandles = 0;
@@ -695,15 +705,15 @@ int zvLassoWidget::HighlightHandle(vtkProp* prop)
     this->CurrentHandle->SetProperty(this->HandleProperty);
   }
   this->CurrentHandle = vtkActor::SafeDownCast(prop);
-  const auto found = std::find(this->Handle.begin(), this->Handle.end(), this->CurrentHandle.Get());
-  if (!this->CurrentHandle || found == this->Handle.end())
+  const int index = this->FindHandle(this->CurrentHandle);
+  if (index == -1)
   {
     return -1;
   }
   this->ValidPick = 1;
   this->HandlePicker->GetPickPosition(this->LastPickPosition);
   this->CurrentHandle->SetProperty(this->SelectedHandleProperty);
-  return static_cast<int>(found - this->Handle.begin());
+  return index;
 }
 
 void zvLassoWidget::HighlightLine(int highlight)
@@ -851,38 +861,7 @@ void zvLassoWidget::ProcessEvents(
 {
   // An observer may release the widget while its handler runs.
   const vtkSmartPointer<zvLassoWidget> self = static_cast<zvLassoWidget*>(clientdata);
-  switch (event)
-  {
-    case vtkCommand::LeftButtonPressEvent:
-      self->OnLeftButtonDown();
-      break;
-    case vtkCommand::LeftButtonReleaseEvent:
-      self->OnLeftButtonUp();
-      break;
-    case vtkCommand::MiddleButtonPressEvent:
-      self->OnMiddleButtonDown();
-      break;
-    case vtkCommand::MiddleButtonReleaseEvent:
-      self->OnMiddleButtonUp();
-      break;
-    case vtkCommand::RightButtonPressEvent:
-      self->OnRightButtonDown();
-      break;
-    case vtkCommand::RightButtonReleaseEvent:
-      self->OnRightButtonUp();
-      break;
-    case vtkCommand::MouseMoveEvent:
-      self->OnMouseMove();
-      break;
-    case vtkCommand::MouseWheelForwardEvent:
-      self->OnMouseWheelForward();
-      break;
-    case vtkCommand::MouseWheelBackwardEvent:
-      self->OnMouseWheelBackward();
-      break;
-    default:
-      break;
-  }
+  zvDispatch::ToHandler(self.GetPointer(), event);
 }
 
 void zvLassoWidget::SizeHandles()
@@ -957,19 +936,36 @@ void zvLassoWidget::WriteHandles(const Positions& positions)
 
 void zvLassoWidget::MakeHandle(const Position& center, double radius)
 {
-  auto sphere = vtkSmartPointer<vtkSphereSource>::New();
-  sphere->SetThetaResolution(ThetaResolution);
-  sphere->SetPhiResolution(PhiResolution);
+  const std::size_t index = this->Handle.size();
+  vtkSmartPointer<vtkSphereSource> sphere;
+  vtkSmartPointer<vtkActor> actor;
+  if (index < this->SpareHandle.size())
+  {
+    sphere = this->SpareGeometry[index];
+    actor = this->SpareHandle[index];
+  }
+  else
+  {
+    sphere = vtkSmartPointer<vtkSphereSource>::New();
+    sphere->SetThetaResolution(ThetaResolution);
+    sphere->SetPhiResolution(PhiResolution);
+    vtkNew<vtkPolyDataMapper> mapper;
+    mapper->SetInputConnection(sphere->GetOutputPort());
+    actor = vtkSmartPointer<vtkActor>::New();
+    actor->SetMapper(mapper);
+  }
   sphere->SetCenter(center[0], center[1], center[2]);
   sphere->SetRadius(radius);
-  auto mapper = vtkSmartPointer<vtkPolyDataMapper>::New();
-  mapper->SetInputConnection(sphere->GetOutputPort());
-  auto actor = vtkSmartPointer<vtkActor>::New();
-  actor->SetMapper(mapper);
   actor->SetProperty(this->HandleProperty);
   this->HandlePicker->AddPickList(actor);
   this->HandleGeometry.push_back(sphere);
   this->Handle.push_back(actor);
+}
+
+int zvLassoWidget::FindHandle(vtkActor* actor)
+{
+  const auto found = std::find(this->Handle.begin(), this->Handle.end(), actor);
+  return actor && found != this->Handle.end() ? static_cast<int>(found - this->Handle.begin()) : -1;
 }
 
 Position zvLassoWidget::StartOfHandle(int index, int count)

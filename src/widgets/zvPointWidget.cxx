@@ -1,5 +1,6 @@
 #include "zvPointWidget.h"
 
+#include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvPick.h"
@@ -277,32 +278,7 @@ void zvPointWidget::ProcessEvents(
 {
   // An observer may release the widget while its handler runs.
   const vtkSmartPointer<zvPointWidget> self = static_cast<zvPointWidget*>(clientdata);
-  switch (event)
-  {
-    case vtkCommand::LeftButtonPressEvent:
-      self->OnLeftButtonDown();
-      break;
-    case vtkCommand::LeftButtonReleaseEvent:
-      self->OnLeftButtonUp();
-      break;
-    case vtkCommand::MiddleButtonPressEvent:
-      self->OnMiddleButtonDown();
-      break;
-    case vtkCommand::MiddleButtonReleaseEvent:
-      self->OnMiddleButtonUp();
-      break;
-    case vtkCommand::RightButtonPressEvent:
-      self->OnRightButtonDown();
-      break;
-    case vtkCommand::RightButtonReleaseEvent:
-      self->OnRightButtonUp();
-      break;
-    case vtkCommand::MouseMoveEvent:
-      self->OnMouseMove();
-      break;
-    default:
-      break;
-  }
+  zvDispatch::ToMouseHandler(self.GetPointer(), event);
 }
 
 vtkCursor3D* zvPointWidget::GetCursor3D()

@@ -1,6 +1,7 @@
 #include "zvSplineWidget.h"
 
 #include "zvCurveParts.h"
+#include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
@@ -775,38 +776,7 @@ void zvSplineWidget::ProcessEvents(
 {
   // An observer may release the widget while its handler runs.
   const vtkSmartPointer<zvSplineWidget> self = static_cast<zvSplineWidget*>(clientdata);
-  switch (event)
-  {
-    case vtkCommand::LeftButtonPressEvent:
-      self->OnLeftButtonDown();
-      break;
-    case vtkCommand::LeftButtonReleaseEvent:
-      self->OnLeftButtonUp();
-      break;
-    case vtkCommand::MiddleButtonPressEvent:
-      self->OnMiddleButtonDown();
-      break;
-    case vtkCommand::MiddleButtonReleaseEvent:
-      self->OnMiddleButtonUp();
-      break;
-    case vtkCommand::RightButtonPressEvent:
-      self->OnRightButtonDown();
-      break;
-    case vtkCommand::RightButtonReleaseEvent:
-      self->OnRightButtonUp();
-      break;
-    case vtkCommand::MouseMoveEvent:
-      self->OnMouseMove();
-      break;
-    case vtkCommand::MouseWheelForwardEvent:
-      self->OnMouseWheelForward();
-      break;
-    case vtkCommand::MouseWheelBackwardEvent:
-      self->OnMouseWheelBackward();
-      break;
-    default:
-      break;
-  }
+  zvDispatch::ToHandler(self.GetPointer(), event);
 }
 
 void zvSplineWidget::CreateDefaultProperties()
