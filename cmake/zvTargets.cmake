@@ -57,6 +57,8 @@ function(zv_add_library target alias)
     VERSION "${PROJECT_VERSION}"
     SOVERSION "${PROJECT_VERSION_MAJOR}"
     EXPORT_NAME "${alias}"
+    # The four lie in one folder, wherever that is.
+    INSTALL_RPATH "$ORIGIN"
     DEFINE_SYMBOL "${target}_EXPORTS")
   install(TARGETS ${target} EXPORT zvTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
