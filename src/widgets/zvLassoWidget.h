@@ -326,6 +326,9 @@ protected:
   /// Make one more handle, at a place and of a radius in millimetres, which can be picked.
   void MakeHandle(const std::array<double, 3>& center, double radius);
 
+  /// The index of a handle, -1 if \a actor is none.
+  int FindHandle(vtkActor* actor);
+
   /// The point of the curve, as it is, at which handle \a index of \a count starts.
   std::array<double, 3> StartOfHandle(int index, int count);
 
@@ -384,7 +387,7 @@ protected:
   vtkSmartPointer<vtkCellPicker> HandlePicker;
   vtkSmartPointer<vtkCellPicker> LinePicker;
 
-  /// The actor that is grabbed; null for the whole lasso. Gone with its handle.
+  /// The actor that is grabbed; null for the whole lasso, and when the handles are remade.
   vtkWeakPointer<vtkActor> CurrentHandle;
 
   /// The handle that MovePoint moves, -1 for none.
@@ -409,6 +412,10 @@ protected:
   bool DebugMode = false;
 
 private:
+  /// Handles that are in no view and no list, to be used again.
+  std::vector<vtkSmartPointer<vtkActor>> SpareHandle;
+  std::vector<vtkSmartPointer<vtkSphereSource>> SpareGeometry;
+
   /// Every interactor that the event command was attached to.
   std::vector<vtkWeakPointer<vtkObject>> Observed;
 };
