@@ -45,6 +45,8 @@ zvTextNoteWidget::zvTextNoteWidget()
 {
   this->EventCallbackCommand->SetCallback(zvTextNoteWidget::ProcessEvents);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag
+  std::fill_n(this->InitialBounds, 6, 0.0);    // a note is never placed
+  this->InitialLength = 1.0;
   this->TextPicker->SetTolerance(PickTolerance);
   this->TextPicker->AddPickList(this->TextActor);
   this->TextPicker->PickFromListOn();

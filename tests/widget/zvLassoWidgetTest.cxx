@@ -368,18 +368,16 @@ TEST_F(LassoWidget, EachHandleIsASphereOfItsOwn)
 TEST_F(LassoWidget, AChangeOfTheNumberRemakesAllHandlesAndRenders)
 {
   this->Show(Square());
-  const std::vector<vtkWeakPointer<vtkActor>> before(
-    this->Curve->Handle.begin(), this->Curve->Handle.end());
+  const vtkWeakPointer<vtkActor> last = this->Curve->Handle[3].Get();
+  this->Curve->SetHandleVisibility(0);
   zvtest::EventRecorder recorder;
   this->RecordWithRenders(recorder);
   this->Curve->SetNumberOfHandles(4);
   EXPECT_THAT(recorder.Names(), IsEmpty());
   this->Curve->SetNumberOfHandles(3);
   EXPECT_EQ(recorder.Names(), (Names{ "RenderEvent" }));
-  for (const auto& handle : before)
-  {
-    EXPECT_EQ(handle, nullptr);
-  }
+  EXPECT_EQ(last, nullptr);
+  EXPECT_TRUE(this->AllHandlesHave(this->Curve->GetHandleProperty()));
   EXPECT_EQ(this->Curve->HandlePicker->GetPickList()->GetNumberOfItems(), 3);
   // Spread along the curve as it was.
   EXPECT_EQ(this->HandleAt(0), Square()[0]);
@@ -422,8 +420,9 @@ TEST_F(LassoWidget, InitializeTakesTheHandlesOutOfTheViewAndThePicker)
   for (vtkActor* handle : handles)
   {
     EXPECT_FALSE(this->IsShown(handle));
-    EXPECT_EQ(handle->GetReferenceCount(), 1);
   }
+  EXPECT_THAT(this->Curve->Handle, IsEmpty());
+  EXPECT_THAT(this->Curve->HandleGeometry, IsEmpty());
   EXPECT_TRUE(this->IsShown(this->Curve->LineActor));
   this->Curve->Initialize();
   this->Curve->InitializeHandles(PointsOf(Square()));
