@@ -1,8 +1,8 @@
 #include "zvSplineCurve.h"
 
 #include "vtkMath.h"
-#include "vtkParametricSpline.h"
 #include "vtkPoints.h"
+#include "zvKnotSlopes.h"
 
 #include <algorithm>
 #include <array>
@@ -21,15 +21,16 @@ constexpr double LengthTolerance = 1e-10;
 // Enough halvings to isolate a cusp, where the speed is 0, to the last digit.
 constexpr int MostHalvings = 40;
 
-bool HasPlace(const double point[3])
+bool HasPlace(const std::array<double, 3>& point)
 {
   // A NaN fails the comparison.
-  return std::all_of(point, point + 3, [](double x) { return std::abs(x) <= LargestCoordinate; });
+  return std::all_of(
+    point.begin(), point.end(), [](double x) { return std::abs(x) <= LargestCoordinate; });
 }
 
-double Distance(const double a[3], const double b[3])
+double Distance(const std::array<double, 3>& a, const std::array<double, 3>& b)
 {
-  return std::sqrt(vtkMath::Distance2BetweenPoints(a, b));
+  return std::sqrt(vtkMath::Distance2BetweenPoints(a.data(), b.data()));
 }
 
 // The velocity of a cubic segment, with the time running from 0 to 1: A t^2 + B t + C.
@@ -91,18 +92,11 @@ struct Velocity
 };
 }
 
-zvSplineCurve::zvSplineCurve()
-{
-  this->Knots->SetDataTypeToDouble();
-  this->Spline->SetPoints(this->Knots);
-}
-
-zvSplineCurve::~zvSplineCurve() = default;
-
 void zvSplineCurve::Fit(vtkPoints* handles, bool closed)
 {
   this->Closed = closed;
   this->LengthToEnd.clear();
+  this->Slopes.clear();
   this->ReadHandles(handles);
   if (closed)
   {
@@ -116,19 +110,19 @@ void zvSplineCurve::Fit(vtkPoints* handles, bool closed)
 
 void zvSplineCurve::ReadHandles(vtkPoints* handles)
 {
-  this->Knots->Reset();
+  this->Knots.clear();
   this->HandleOfKnot.clear();
   this->ChordsToKnot.clear();
-  std::fill_n(this->First, 3, 0.0);
+  this->First = {};
   const vtkIdType count = handles ? handles->GetNumberOfPoints() : 0;
   for (vtkIdType i = 0; i < count; ++i)
   {
-    double point[3];
-    handles->GetPoint(i, point);
+    Point point;
+    handles->GetPoint(i, point.data());
     // Should no handle have a place, the curve has none either, and nothing is drawn at the origin.
     if (i == 0)
     {
-      std::copy_n(point, 3, this->First);
+      this->First = point;
     }
     if (HasPlace(point))
     {
@@ -137,22 +131,20 @@ void zvSplineCurve::ReadHandles(vtkPoints* handles)
   }
 }
 
-void zvSplineCurve::AddKnot(const double point[3], int handle)
+void zvSplineCurve::AddKnot(const Point& point, int handle)
 {
-  if (this->HandleOfKnot.empty())
+  if (this->Knots.empty())
   {
-    std::copy_n(point, 3, this->First);
-    this->Knots->InsertNextPoint(point);
+    this->First = point;
+    this->Knots.push_back(point);
     this->HandleOfKnot.push_back(handle);
     this->ChordsToKnot.push_back(0.0);
     return;
   }
-  double last[3];
-  this->Knots->GetPoint(this->Knots->GetNumberOfPoints() - 1, last);
-  const double chords = this->ChordsToKnot.back() + Distance(last, point);
+  const double chords = this->ChordsToKnot.back() + Distance(this->Knots.back(), point);
   if (chords > this->ChordsToKnot.back())
   {
-    this->Knots->InsertNextPoint(point);
+    this->Knots.push_back(point);
     this->HandleOfKnot.push_back(handle);
     this->ChordsToKnot.push_back(chords);
   }
@@ -164,17 +156,16 @@ void zvSplineCurve::AddKnot(const double point[3], int handle)
 
 void zvSplineCurve::DropKnotsAtTheStart()
 {
-  while (this->HandleOfKnot.size() > 1)
+  while (this->Knots.size() > 1)
   {
-    double last[3];
-    this->Knots->GetPoint(this->Knots->GetNumberOfPoints() - 1, last);
-    const double chords = this->ChordsToKnot.back() + Distance(last, this->First);
+    const double chords = this->ChordsToKnot.back() + Distance(this->Knots.back(), this->First);
     if (chords > this->ChordsToKnot.back())
     {
+      this->Knots.push_back(this->First);
       this->ChordsToKnot.push_back(chords);
       return;
     }
-    this->Knots->SetNumberOfPoints(this->Knots->GetNumberOfPoints() - 1);
+    this->Knots.pop_back();
     this->HandleOfKnot.pop_back();
     this->ChordsToKnot.pop_back();
   }
@@ -182,28 +173,74 @@ void zvSplineCurve::DropKnotsAtTheStart()
 
 void zvSplineCurve::FitSpline()
 {
-  this->Spline->SetClosed(this->Closed ? 1 : 0);
-  this->Spline->Modified();
+  this->Slopes = this->Closed ? zvKnotSlopes::OfClosedCurve(this->ChordsToKnot, this->Knots)
+                              : zvKnotSlopes::OfOpenCurve(this->ChordsToKnot, this->Knots);
+  this->EnterSegment(0);
 }
 
 void zvSplineCurve::Evaluate(double u, double point[3])
 {
-  const bool isInside = u > 0.0 && (u < 1.0 || !this->Closed);
-  if (isInside && this->HandleOfKnot.size() > 1)
+  if (!(u > 0.0) || this->Slopes.empty())
+  {
+    std::copy_n(this->First.data(), 3, point);
+  }
+  else if (u < 1.0)
   {
     this->EvaluateSpline(u, point);
   }
   else
   {
-    std::copy_n(this->First, 3, point);
+    std::copy_n(this->Knots.back().data(), 3, point);
   }
 }
 
 void zvSplineCurve::EvaluateSpline(double u, double point[3])
 {
-  double parameters[3] = { u, 0.0, 0.0 };
-  double derivatives[9];
-  this->Spline->Evaluate(parameters, point, derivatives);
+  const double chords = u * this->ChordsToKnot.back();
+  if (!(chords >= this->Kept.Begin && chords < this->Kept.End))
+  {
+    this->EnterSegment(this->FindSegment(chords));
+  }
+  const double t = (chords - this->Kept.Begin) * this->Kept.PerChord;
+  const std::array<Point, 4>& terms = this->Kept.Terms;
+  for (int i = 0; i < 3; ++i)
+  {
+    point[i] = terms[0][i] + t * (terms[1][i] + t * (terms[2][i] + t * terms[3][i]));
+  }
+}
+
+std::size_t zvSplineCurve::FindSegment(double chords) const
+{
+  // Who samples the curve comes to the segment behind the kept one.
+  const std::size_t next = this->Kept.Index + 1;
+  if (next + 1 < this->ChordsToKnot.size() && chords >= this->ChordsToKnot[next] &&
+    chords < this->ChordsToKnot[next + 1])
+  {
+    return next;
+  }
+  const auto end = std::prev(this->ChordsToKnot.end());
+  const auto knot = std::upper_bound(std::next(this->ChordsToKnot.begin()), end, chords);
+  return static_cast<std::size_t>(knot - this->ChordsToKnot.begin()) - 1;
+}
+
+void zvSplineCurve::EnterSegment(std::size_t index)
+{
+  Segment& segment = this->Kept;
+  segment.Index = index;
+  segment.Begin = this->ChordsToKnot[index];
+  segment.End = this->ChordsToKnot[index + 1];
+  const double chord = segment.End - segment.Begin;
+  segment.PerChord = 1.0 / chord;
+  for (int i = 0; i < 3; ++i)
+  {
+    const double way = this->Knots[index + 1][i] - this->Knots[index][i];
+    const double start = chord * this->Slopes[index][i];
+    const double stop = chord * this->Slopes[index + 1][i];
+    segment.Terms[0][i] = this->Knots[index][i];
+    segment.Terms[1][i] = start;
+    segment.Terms[2][i] = 3.0 * way - 2.0 * start - stop;
+    segment.Terms[3][i] = start + stop - 2.0 * way;
+  }
 }
 
 double zvSplineCurve::Length()

@@ -1,11 +1,10 @@
 #ifndef zvSplineCurve_h
 #define zvSplineCurve_h
 
-#include "vtkNew.h"
-
+#include <array>
+#include <cstddef>
 #include <vector>
 
-class vtkParametricSpline;
 class vtkPoints;
 
 /// The curve behind zvParametricSpline: the cardinal spline of VTK through a list of handles, safe
@@ -14,11 +13,14 @@ class vtkPoints;
 /// Its parameter runs from 0 to 1 in proportion to the chords between the handles. Handles that do
 /// not advance along the chords (coincident neighbours, and when closed, last ones on the first)
 /// and handles without a finite position take no part in the curve.
+///
+/// The stock spline of VTK would search and move its list for every handle that is given to it, and
+/// would search again, three times, for every evaluation.
 class zvSplineCurve
 {
 public:
-  zvSplineCurve();
-  ~zvSplineCurve();
+  zvSplineCurve() = default;
+  ~zvSplineCurve() = default;
   zvSplineCurve(const zvSplineCurve&) = delete;
   zvSplineCurve& operator=(const zvSplineCurve&) = delete;
 
@@ -38,20 +40,34 @@ public:
   int HandleBefore(double length);
 
 private:
+  using Point = std::array<double, 3>;
+
   void ReadHandles(vtkPoints* handles);
-  void AddKnot(const double point[3], int handle);
+  void AddKnot(const Point& point, int handle);
   void DropKnotsAtTheStart();
   void FitSpline();
   void MeasureSegments();
   void EvaluateSpline(double u, double point[3]);
+  std::size_t FindSegment(double chords) const;
+  void EnterSegment(std::size_t index);
 
-  vtkNew<vtkParametricSpline> Spline;
-  vtkNew<vtkPoints> Knots;       // the handles that take part
-  std::vector<int> HandleOfKnot; // the last of the handles that coincide at a knot
-  std::vector<double>
-    ChordsToKnot;                  // summed; when closed, the way back to the first knot at the end
-  std::vector<double> LengthToEnd; // of each segment, along the curve; empty until somebody asks
-  double First[3] = { 0.0, 0.0, 0.0 };
+  /// One cubic: the sum of Terms[n] times the n-th power of the fraction of the chord that is done.
+  struct Segment
+  {
+    std::size_t Index = 0;
+    double Begin = 0.0; // in summed chords
+    double End = 0.0;
+    double PerChord = 0.0; // 1 / (End - Begin)
+    std::array<Point, 4> Terms = {};
+  };
+
+  std::vector<Point> Knots;         // the handles that take part; when closed, the first again
+  std::vector<double> ChordsToKnot; // summed
+  std::vector<Point> Slopes;        // at the knots, per chord; empty without a segment
+  std::vector<int> HandleOfKnot;    // the last of the handles that coincide at a knot
+  std::vector<double> LengthToEnd;  // of each segment, along the curve; empty until somebody asks
+  Segment Kept; // the last one that was evaluated: the next point is mostly in it
+  Point First = {};
   bool Closed = false;
 };
 

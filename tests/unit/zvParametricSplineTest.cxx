@@ -13,6 +13,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -45,6 +46,34 @@ Points RandomPoints(zvtest::Dice& dice, int count)
     point = { dice.Real(-90.0, 90.0), dice.Real(-90.0, 90.0), dice.Real(-90.0, 90.0) };
   }
   return points;
+}
+
+// Handles as they are drawn: each a step of its own size away from the one before.
+Points RandomPath(zvtest::Dice& dice, int count)
+{
+  Points points = RandomPoints(dice, 1);
+  while (static_cast<int>(points.size()) < count)
+  {
+    const double step = std::pow(10.0, dice.Real(-3.0, 1.0));
+    Point next = points.back();
+    for (double& x : next)
+    {
+      x += step * dice.Real(-1.0, 1.0);
+    }
+    points.push_back(next);
+  }
+  return points;
+}
+
+// Some of the handles are there twice or three times in a row.
+Points WithDoubledHandles(zvtest::Dice& dice, const Points& points)
+{
+  Points doubled;
+  for (const Point& point : points)
+  {
+    doubled.insert(doubled.end(), dice.Chance(0.2) ? dice.Int(2, 3) : 1, point);
+  }
+  return doubled;
 }
 
 double Distance(const Point& a, const Point& b)
@@ -127,6 +156,28 @@ protected:
     {
       ASSERT_LE(Distance(At(i / 250.0), Evaluate(other, i / 250.0)), tolerance) << "sample " << i;
     }
+  }
+
+  // At places all along the curve, at every handle and beside it.
+  void ExpectStockCurve(zvtest::Dice& dice, const Points& points, bool closed)
+  {
+    Use(points, closed);
+    auto handles = MakePoints(points);
+    vtkNew<vtkParametricSpline> stock;
+    stock->SetPoints(handles);
+    stock->SetClosed(closed);
+    std::vector<double> parameters = HandleParameters(points, closed);
+    for (int i = 0; i < 100; ++i)
+    {
+      parameters.push_back(dice.Real(0.0, 1.0));
+      parameters.push_back(dice.Pick(parameters) + dice.Real(-1e-6, 1e-6));
+    }
+    double largest = 0.0;
+    for (const double u : parameters)
+    {
+      largest = std::max(largest, Distance(At(u), Evaluate(stock, u)));
+    }
+    EXPECT_LE(largest, 1e-12);
   }
 
   vtkNew<zvParametricSpline> Spline;
@@ -251,6 +302,53 @@ TEST_F(ParametricSpline, IsTheCurveOfTheStockSpline)
     stock->SetPoints(handles);
     stock->SetClosed(closed);
     ExpectSameCurve(stock, 1e-11);
+  }
+}
+
+TEST_F(ParametricSpline, IsTheStockCurveToTheLastDigitsForHandleListsOfAllSizes)
+{
+  zvtest::Dice dice(32);
+  for (int i = 0; i < 3000; ++i)
+  {
+    const bool closed = dice.Chance(0.5);
+    const int count = static_cast<int>(std::pow(10.0, dice.Real(std::log10(2.0), 3.0)) + 0.5);
+    const Points handles = dice.Chance(0.5) ? RandomPoints(dice, count) : RandomPath(dice, count);
+    const Points points = WithDoubledHandles(dice, handles);
+    ExpectStockCurve(dice, points, closed);
+    ASSERT_FALSE(HasFailure()) << "list " << i << " of " << points.size() << ", closed " << closed;
+  }
+}
+
+TEST_F(ParametricSpline, IsTheStockCurveForAThousandHandles)
+{
+  zvtest::Dice dice(33);
+  for (const bool closed : { false, true })
+  {
+    ExpectStockCurve(dice, RandomPoints(dice, 1000), closed);
+    ExpectStockCurve(dice, RandomPath(dice, 1000), closed);
+    ExpectStockCurve(dice, WithDoubledHandles(dice, RandomPath(dice, 1000)), closed);
+  }
+}
+
+TEST_F(ParametricSpline, IsTheSameCurveInWhateverOrderItIsAsked)
+{
+  zvtest::Dice dice(34);
+  for (int i = 0; i < 200; ++i)
+  {
+    Use(RandomPath(dice, dice.Int(2, 60)), dice.Chance(0.5));
+    std::vector<double> parameters(50);
+    std::vector<Point> forwards;
+    for (std::size_t j = 0; j < parameters.size(); ++j)
+    {
+      parameters[j] = (j + dice.Real(0.0, 1.0)) / parameters.size();
+      forwards.push_back(At(parameters[j]));
+    }
+    for (std::size_t j = parameters.size(); j-- > 0;)
+    {
+      EXPECT_EQ(At(parameters[j]), forwards[j]);
+      const std::size_t other = dice.Int(0, static_cast<int>(parameters.size()) - 1);
+      EXPECT_EQ(At(parameters[other]), forwards[other]);
+    }
   }
 }
 
