@@ -64,6 +64,7 @@ bool IsSomethingDrawn(const QImage& picture)
 
 int WritePicture(zvQVTKWidget& view, const QString& file)
 {
+  view.renderWindow()->Render();
   const QImage picture = view.grabFramebuffer();
   if (!IsSomethingDrawn(picture))
   {
