@@ -6,6 +6,7 @@
 #include "vtkCallbackCommand.h"
 #include "vtkObjectFactory.h"
 #include "vtkRenderWindowInteractor.h"
+#include "vtkSmartPointer.h"
 
 vtkObjectFactoryNewMacro(zvWidgets);
 
@@ -32,6 +33,20 @@ void zvWidgets::PrintSelf(ostream& os, vtkIndent indent)
 void zvWidgets::CollectRevisions(ostream& os)
 {
   os << "zvWidgets $Revision: 1.2 $\n";
+}
+
+void zvWidgets::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  if (interactor != this->Interactor)
+  {
+    // A widget that was attached without being enabled would be left behind there.
+    const vtkSmartPointer<vtkRenderWindowInteractor> former = this->Interactor;
+    this->Superclass::SetInteractor(interactor);
+    if (former)
+    {
+      former->RemoveObserver(this->EventCallbackCommand);
+    }
+  }
 }
 
 // Deliberately empty: where a widget with handles goes is its subclass's business.

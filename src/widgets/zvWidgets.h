@@ -30,6 +30,10 @@ public:
   /// Write the revision line "zvWidgets $Revision: 1.2 $".
   virtual void CollectRevisions(ostream& os);
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first. What AddObservers
+  /// has attached to the former interactor is taken off it, whether the widget is enabled or not.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   ///@{
   /// Fit the widget to bounds in world millimetres (xmin, xmax, ymin, ymax, zmin, zmax). The first
   /// form does nothing here, subclasses give it a meaning; the other two work out bounds as

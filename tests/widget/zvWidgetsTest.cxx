@@ -309,6 +309,20 @@ TEST_F(ZvWidgets, DeletedWhileAttachedLeavesNothingOnTheInteractor)
   zvtest::Mouse(this->Scene).Press(zvtest::Left, { { 10, 10 } });
 }
 
+TEST_F(ZvWidgets, LeavesAnInteractorForAnotherWithNothingAttached)
+{
+  auto widget = vtkSmartPointer<EnabledWidget>::New();
+  widget->SetInteractor(this->Scene.Interactor());
+  widget->AddObservers();
+  ASSERT_TRUE(this->IsAttached(widget));
+  zvtest::Scene other;
+  widget->SetInteractor(other.Interactor());
+  vtkSmartPointer<vtkCommand> command = widget->GetCommand();
+  EXPECT_FALSE(this->Scene.Interactor()->HasObserver(vtkCommand::MouseMoveEvent, command));
+  widget = nullptr;
+  zvtest::Mouse(this->Scene).Press(zvtest::Left, { { 10, 10 } });
+}
+
 TEST_F(ZvWidgets, OutlivesItsInteractor)
 {
   auto widget = this->MakeEnabled();
