@@ -7,6 +7,16 @@
 #include <cstring>
 #include <vector>
 
+// A loop made for wider registers must be part of the function that is allowed to use them.
+#if defined(__GNUC__)
+#  define ZV_SLICE_INLINE inline __attribute__((always_inline))
+#else
+#  define ZV_SLICE_INLINE inline
+#endif
+#if defined(__GNUC__) && defined(__x86_64__)
+#  define ZV_SLICE_WIDE __attribute__((target("avx2")))
+#endif
+
 /// The loops of zvSliceReslice: nearest and linear samples of one slice, with the stock filter's
 /// order of operations, so that the results have the same bytes. Fill in a SliceJob and use
 /// AlignedSlice for a slice along the grid of the volume, WriteObliqueSlice for any other.
@@ -21,7 +31,7 @@ constexpr double FractionUnit = 1.0 / 65536.0;
 constexpr double LargestCoordinate = 1e9;
 
 /// A coordinate in 1/65536 of a voxel, good in its lower 48 bits.
-inline std::uint64_t ToFixedPoint(double coordinate)
+ZV_SLICE_INLINE std::uint64_t ToFixedPoint(double coordinate)
 {
   const double biased = coordinate + FixedPointBias;
   std::uint64_t bits;
@@ -46,7 +56,7 @@ inline int RoundToVoxel(double coordinate)
 
 /// The nearest value of the scalar type. The sum is taken in one step, for it rounds.
 template <typename T>
-inline T RoundToScalar(double value)
+ZV_SLICE_INLINE T RoundToScalar(double value)
 {
   const double biased = value + (FixedPointBias + 0.5);
   std::uint64_t bits;
@@ -223,21 +233,22 @@ AxisSamples SampleAxis(const SliceJob<T>& job, int axis, Span pixels, double ste
   const double origin = job.Origin[axis];
   AxisSamples samples;
   samples.Inside = FindBetween(pixels, origin, step, first - job.Border, last + job.Border);
-  const std::size_t count = std::max(samples.Inside.Last - samples.Inside.First + 1, 0);
-  samples.Lower.reserve(count);
-  samples.Upper.reserve(count);
-  samples.Fraction.reserve(count);
-  samples.Complement.reserve(count);
-  for (int i = samples.Inside.First; i <= samples.Inside.Last; ++i)
+  const int count = std::max(samples.Inside.Last - samples.Inside.First + 1, 0);
+  samples.Lower.resize(count);
+  samples.Upper.resize(count);
+  samples.Fraction.resize(count);
+  samples.Complement.resize(count);
+  for (int i = 0; i < count; ++i)
   {
-    const std::uint64_t position = ToFixedPoint(origin + i * step + (linear ? 0.0 : 0.5));
+    const int pixel = samples.Inside.First + i;
+    const std::uint64_t position = ToFixedPoint(origin + pixel * step + (linear ? 0.0 : 0.5));
     const double fraction = linear ? FractionPart(position) : 0.0;
     const int lower = WholePart(position);
     const int upper = fraction > 0.0 ? lower + 1 : lower;
-    samples.Lower.push_back(std::clamp(lower, first, last) - first);
-    samples.Upper.push_back(std::clamp(upper, first, last) - first);
-    samples.Fraction.push_back(fraction);
-    samples.Complement.push_back(1.0 - fraction);
+    samples.Lower[i] = std::clamp(lower, first, last) - first;
+    samples.Upper[i] = std::clamp(upper, first, last) - first;
+    samples.Fraction[i] = fraction;
+    samples.Complement[i] = 1.0 - fraction;
   }
   return samples;
 }
@@ -279,74 +290,219 @@ struct LineBlend
 
   void Add(const T* line, double weight)
   {
-    if (weight > 0.0)
-    {
-      this->Lines[this->Count] = line;
-      this->Weights[this->Count] = weight;
-      ++this->Count;
-    }
+    this->Lines[this->Count] = line;
+    this->Weights[this->Count] = weight;
+    ++this->Count;
   }
 };
 
-/// The weighted sums by column. Values of 16 and weights of 32 binary digits leave nothing to
-/// round, so neither the order of the sum nor a left out zero can be seen in the result.
-template <int Count, typename T, typename Offset>
-void SumLines(const LineBlend<T>& blend, int numberOfColumns, const Offset& offset, double* sums)
+/// The weighted sums of the lines by column. Values of 16 and weights of 32 binary digits leave
+/// nothing to round, so neither the order of the sum nor a left out zero can be seen in the result.
+template <int Count, typename T>
+ZV_SLICE_INLINE void SumLines(const LineBlend<T>& blend, int numberOfColumns, double* sums)
 {
   for (int column = 0; column < numberOfColumns; ++column)
   {
-    const std::ptrdiff_t place = offset(column);
-    double sum = blend.Weights[0] * blend.Lines[0][place];
+    double sum = blend.Weights[0] * blend.Lines[0][column];
     for (int line = 1; line < Count; ++line)
     {
-      sum += blend.Weights[line] * blend.Lines[line][place];
+      sum += blend.Weights[line] * blend.Lines[line][column];
     }
     sums[column] = sum;
   }
 }
 
-template <typename T, typename Offset>
-void SumLines(const LineBlend<T>& blend, int numberOfColumns, const Offset& offset, double* sums)
+/// Consecutive pixels between consecutive columns: pixel i lies between columns i + Shift and
+/// i + Shift + 1.
+struct Stretch
+{
+  int First;
+  int End; // one past the last pixel
+  int Shift;
+};
+
+/// Cut a row into stretches. A pixel on the last column, which has no further neighbour to give no
+/// weight to, is in none, and nor is one whose neighbours are the same column at a face.
+inline std::vector<Stretch> ListStretches(const AxisSamples& across, int numberOfColumns)
+{
+  std::vector<Stretch> stretches;
+  const int count = static_cast<int>(across.Lower.size());
+  for (int i = 0; i < count; ++i)
+  {
+    const int lower = across.Lower[i];
+    const bool fits =
+      lower + 1 < numberOfColumns && (across.Upper[i] == lower + 1 || across.Fraction[i] == 0.0);
+    if (!fits)
+    {
+      continue;
+    }
+    if (!stretches.empty() && stretches.back().End == i && stretches.back().Shift == lower - i)
+    {
+      ++stretches.back().End;
+    }
+    else
+    {
+      stretches.push_back({ i, i + 1, lower - i });
+    }
+  }
+  return stretches;
+}
+
+/// What a row of blended pixels is made from.
+struct RowWeights
+{
+  const int* Lower;
+  const int* Upper;
+  const double* Fraction;
+  const double* Complement;
+  const double* Sums; // by column
+
+  template <typename T>
+  ZV_SLICE_INLINE void WriteSingly(int first, int end, T* row) const
+  {
+    for (int i = first; i < end; ++i)
+    {
+      row[i] = RoundToScalar<T>(this->Complement[i] * this->Sums[this->Lower[i]] +
+        this->Fraction[i] * this->Sums[this->Upper[i]]);
+    }
+  }
+
+  template <typename T>
+  ZV_SLICE_INLINE void WriteStretch(const Stretch& stretch, T* row) const
+  {
+    const double* const sums = this->Sums + stretch.Shift;
+    for (int i = stretch.First; i < stretch.End; ++i)
+    {
+      row[i] = RoundToScalar<T>(this->Complement[i] * sums[i] + this->Fraction[i] * sums[i + 1]);
+    }
+  }
+};
+
+/// The work of a row, put into each of the functions made for a kind of processor.
+template <typename T>
+ZV_SLICE_INLINE void BlendRow(const LineBlend<T>& blend, int numberOfColumns, double* sums,
+  const RowWeights& weights, const Stretch* stretches, int numberOfStretches, int width, T* row)
 {
   switch (blend.Count)
   {
     case 1:
-      return SumLines<1>(blend, numberOfColumns, offset, sums);
+      SumLines<1>(blend, numberOfColumns, sums);
+      break;
     case 2:
-      return SumLines<2>(blend, numberOfColumns, offset, sums);
+      SumLines<2>(blend, numberOfColumns, sums);
+      break;
     default:
-      return SumLines<4>(blend, numberOfColumns, offset, sums);
+      SumLines<4>(blend, numberOfColumns, sums);
+      break;
   }
+  int done = 0;
+  for (int i = 0; i < numberOfStretches; ++i)
+  {
+    weights.WriteSingly(done, stretches[i].First, row);
+    weights.WriteStretch(stretches[i], row);
+    done = stretches[i].End;
+  }
+  weights.WriteSingly(done, width, row);
 }
 
 template <typename T>
-void SumColumns(const LineBlend<T>& blend, const std::vector<int>& columns, std::ptrdiff_t step,
-  std::vector<double>& sums)
+void BlendRowAnywhere(const LineBlend<T>& blend, int numberOfColumns, double* sums,
+  const RowWeights& weights, const Stretch* stretches, int numberOfStretches, int width, T* row)
 {
-  const int count = static_cast<int>(columns.size());
-  const int first = columns.front();
-  if (step == 1 && columns.back() - first == count - 1)
-  {
-    SumLines(
-      blend, count, [first](int column) { return first + column; }, sums.data());
-    return;
-  }
-  SumLines(
-    blend, count, [&columns, step](int column) { return columns[column] * step; }, sums.data());
+  BlendRow(blend, numberOfColumns, sums, weights, stretches, numberOfStretches, width, row);
 }
 
+#ifdef ZV_SLICE_WIDE
+// Multiplications and additions stay apart, so that the bytes are those of any other processor.
 template <typename T>
-void WriteBlendedRow(const AxisSamples& across, const double* sums, T* row)
+ZV_SLICE_WIDE void BlendRowWidely(const LineBlend<T>& blend, int numberOfColumns, double* sums,
+  const RowWeights& weights, const Stretch* stretches, int numberOfStretches, int width, T* row)
 {
-  const int count = static_cast<int>(across.Lower.size());
-  const int* const lower = across.Lower.data();
-  const int* const upper = across.Upper.data();
-  const double* const fraction = across.Fraction.data();
-  const double* const complement = across.Complement.data();
-  for (int i = 0; i < count; ++i)
+  BlendRow(blend, numberOfColumns, sums, weights, stretches, numberOfStretches, width, row);
+}
+#endif
+
+template <typename T>
+using RowBlender = void (*)(
+  const LineBlend<T>&, int, double*, const RowWeights&, const Stretch*, int, int, T*);
+
+/// The quickest way for the processor at hand.
+template <typename T>
+RowBlender<T> ChooseRowBlender()
+{
+#ifdef ZV_SLICE_WIDE
+  if (__builtin_cpu_supports("avx2"))
   {
-    row[i] = RoundToScalar<T>(complement[i] * sums[lower[i]] + fraction[i] * sums[upper[i]]);
+    return &BlendRowWidely<T>;
   }
+#endif
+  return &BlendRowAnywhere<T>;
+}
+
+/// The voxels that a few rows of pixels need, copied so that those of a line lie side by side. A
+/// plane along which no voxels are neighbours in memory would otherwise fetch a cache line for
+/// every voxel of every row.
+template <typename T>
+class LineTile
+{
+public:
+  static constexpr int RowsPerTile = 32;
+
+  /// Copy the lines \a ups, counted along the axis with the step \a upStep, of what starts at
+  /// \a plane.
+  void Fill(const T* plane, const std::vector<int>& columns, std::ptrdiff_t columnStep,
+    const std::vector<int>& ups, std::ptrdiff_t upStep)
+  {
+    const int width = static_cast<int>(columns.size());
+    const int height = static_cast<int>(ups.size());
+    // Lines a power of two apart would fight for the same places in the cache.
+    this->Pitch = width + 64 / sizeof(T);
+    this->Voxels.resize(this->Pitch * height);
+    if (upStep == 1)
+    {
+      for (int column = 0; column < width; ++column)
+      {
+        const T* const from = plane + columns[column] * columnStep;
+        T* const to = this->Voxels.data() + column;
+        for (int line = 0; line < height; ++line)
+        {
+          to[line * this->Pitch] = from[ups[line]];
+        }
+      }
+      return;
+    }
+    for (int line = 0; line < height; ++line)
+    {
+      const T* const from = plane + ups[line] * upStep;
+      T* const to = this->Voxels.data() + line * this->Pitch;
+      for (int column = 0; column < width; ++column)
+      {
+        to[column] = from[columns[column] * columnStep];
+      }
+    }
+  }
+
+  const T* GetLine(int line) const { return this->Voxels.data() + line * this->Pitch; }
+
+private:
+  std::vector<T> Voxels;
+  std::ptrdiff_t Pitch = 0;
+};
+
+/// The place of a voxel in a list, appended if it is not among the latest; what lies further back
+/// may come twice.
+inline int PlaceAmongLatest(std::vector<int>& list, int voxel)
+{
+  const int count = static_cast<int>(list.size());
+  for (int i = count - 1; i >= std::max(count - 4, 0); --i)
+  {
+    if (list[i] == voxel)
+    {
+      return i;
+    }
+  }
+  list.push_back(voxel);
+  return count;
 }
 
 /// Consecutive pixels that show consecutive voxels of a line.
@@ -419,6 +575,11 @@ public:
     }
     this->Columns = ListColumns(this->Across, this->GetNumberOfVoxels(this->AxisAcross));
     this->Sums.resize(this->Columns.size());
+    this->Stretches = ListStretches(this->Across, static_cast<int>(this->Columns.size()));
+    this->Blender = ChooseRowBlender<T>();
+    this->HasTiles = job.InputStep[this->AxisAcross] != 1 ||
+      (!this->Columns.empty() &&
+        this->Columns.back() - this->Columns.front() + 1 != static_cast<int>(this->Columns.size()));
   }
 
   void Write()
@@ -448,9 +609,7 @@ private:
   {
     if (this->Linear)
     {
-      SumColumns(
-        this->GetBlend(y), this->Columns, this->Job.InputStep[this->AxisAcross], this->Sums);
-      WriteBlendedRow(this->Across, this->Sums.data(), row);
+      this->WriteLinearRow(y, row);
     }
     else if (y > 0 && this->Up.Lower[y] == this->Up.Lower[y - 1])
     {
@@ -469,15 +628,68 @@ private:
       depth * this->Job.InputStep[this->AxisDepth];
   }
 
+  void WriteLinearRow(int y, T* row)
+  {
+    if (this->HasTiles && y >= this->TileEnd)
+    {
+      this->FillTiles(y);
+    }
+    const RowWeights weights{ this->Across.Lower.data(), this->Across.Upper.data(),
+      this->Across.Fraction.data(), this->Across.Complement.data(), this->Sums.data() };
+    this->Blender(this->GetBlend(y), static_cast<int>(this->Columns.size()), this->Sums.data(),
+      weights, this->Stretches.data(), static_cast<int>(this->Stretches.size()),
+      static_cast<int>(this->Across.Lower.size()), row);
+  }
+
+  /// Copy the voxels of the rows from y on.
+  void FillTiles(int y)
+  {
+    this->TileFirst = y;
+    this->TileEnd = std::min(y + LineTile<T>::RowsPerTile, static_cast<int>(this->Up.Lower.size()));
+    this->TileLines.clear();
+    for (int i = y; i < this->TileEnd; ++i)
+    {
+      this->TileLower[i - y] = PlaceAmongLatest(this->TileLines, this->Up.Lower[i]);
+      this->TileUpper[i - y] = PlaceAmongLatest(this->TileLines, this->Up.Upper[i]);
+    }
+    const std::ptrdiff_t columnStep = this->Job.InputStep[this->AxisAcross];
+    const std::ptrdiff_t upStep = this->Job.InputStep[this->AxisUp];
+    this->LowerTile.Fill(
+      this->GetLine(0, this->Depth.Lower[0]), this->Columns, columnStep, this->TileLines, upStep);
+    if (this->Depth.Fraction[0] > 0.0)
+    {
+      this->UpperTile.Fill(
+        this->GetLine(0, this->Depth.Upper[0]), this->Columns, columnStep, this->TileLines, upStep);
+    }
+  }
+
+  /// The line of columns below or above a row of pixels, in the nearer or further plane.
+  const T* GetColumnLine(int y, bool upper, bool further) const
+  {
+    if (this->HasTiles)
+    {
+      const int* const lines = upper ? this->TileUpper : this->TileLower;
+      return (further ? this->UpperTile : this->LowerTile).GetLine(lines[y - this->TileFirst]);
+    }
+    const int up = upper ? this->Up.Upper[y] : this->Up.Lower[y];
+    return this->GetLine(up, further ? this->Depth.Upper[0] : this->Depth.Lower[0]) +
+      this->Columns.front();
+  }
+
   LineBlend<T> GetBlend(int y) const
   {
     LineBlend<T> blend;
     for (const bool upper : { false, true })
     {
-      const int up = upper ? this->Up.Upper[y] : this->Up.Lower[y];
       const double weight = upper ? this->Up.Fraction[y] : this->Up.Complement[y];
-      blend.Add(this->GetLine(up, this->Depth.Lower[0]), weight * this->Depth.Complement[0]);
-      blend.Add(this->GetLine(up, this->Depth.Upper[0]), weight * this->Depth.Fraction[0]);
+      for (const bool further : { false, true })
+      {
+        const double share = further ? this->Depth.Fraction[0] : this->Depth.Complement[0];
+        if (weight * share > 0.0)
+        {
+          blend.Add(this->GetColumnLine(y, upper, further), weight * share);
+        }
+      }
     }
     return blend;
   }
@@ -492,7 +704,17 @@ private:
   AxisSamples Depth;
   std::vector<int> Columns; // the voxels across that a linear slice needs
   std::vector<double> Sums; // by column, for the row being written
-  std::vector<Run> Runs;    // of a nearest slice
+  std::vector<Stretch> Stretches;
+  RowBlender<T> Blender = nullptr;
+  bool HasTiles = false; // whether the voxels of a line lie apart
+  LineTile<T> LowerTile;
+  LineTile<T> UpperTile;
+  std::vector<int> TileLines;              // the voxels up whose lines the tiles hold
+  int TileLower[LineTile<T>::RowsPerTile]; // by row of the tile, the line below it
+  int TileUpper[LineTile<T>::RowsPerTile]; // and above it
+  int TileFirst = 0;
+  int TileEnd = 0;
+  std::vector<Run> Runs; // of a nearest slice
 };
 
 // ---------------------------------------------------------------------------------------------
