@@ -5,6 +5,7 @@
 #include "zvNoticeBar.h"
 #include "zvSlicePanel.h"
 #include "zvTurnPanel.h"
+#include "zvViewGrid.h"
 #include "zvViewHand.h"
 #include "zvVolumeView.h"
 #include "zvVoxelText.h"
@@ -67,7 +68,7 @@ protected:
   Workstation()
     : Hand(this->Window.GetView())
   {
-    this->Window.resize(900, 640);
+    this->Window.resize(1400, 900);
     QObject::connect(&this->Window, &zvMainWindow::shown, [this] { ++this->Shown; });
     QObject::connect(&this->Window, &zvMainWindow::cancelled, [this] { ++this->Cancelled; });
     QObject::connect(&this->Window, &zvMainWindow::refused,
@@ -387,13 +388,13 @@ TEST_F(Workstation, AnObliquePlaneFollowsItsSlider)
   EXPECT_GT(this->Picture().CountDifferent(before), 500);
 }
 
-TEST_F(Workstation, ResetViewBringsBackCameraAndPlanes)
+TEST_F(Workstation, ResetAllBringsBackCameraAndPlanes)
 {
   const zvtest::Picture before = this->Picture();
   this->Hand.Drag(Qt::LeftButton, this->Corner(), this->Corner() + QPoint(80, 30));
   this->Hand.Turn(3, QPoint(200, 200));
   this->Slider(0)->setValue(5);
-  this->View()->ResetView();
+  this->Window.GetViews()->ResetAll();
   EXPECT_EQ(this->Slices(), (std::array<int, 3>{ { 23, 23, 23 } }));
   EXPECT_EQ(this->Sliders(), this->Slices());
   EXPECT_LT(this->Picture().CountDifferent(before), 50);
@@ -518,9 +519,14 @@ TEST_F(Workstation, AWindowWithoutAVolumeIgnoresTheMouse)
   hand.Drag(Qt::LeftButton, QPoint(100, 100), QPoint(150, 100));
   hand.Drag(Qt::RightButton, QPoint(100, 100), QPoint(150, 100));
   hand.Turn(1, QPoint(100, 100));
-  window.GetView()->ResetView();
+  window.GetViews()->ResetAll();
+  window.GetViews()->ResetActiveView();
+  window.GetViews()->Straighten();
+  window.GetViews()->Turn(0, 5.0);
+  window.GetViews()->GoTo(0, 5);
+  window.GetViews()->UndoFill();
   window.GetView()->SetSlice(0, 5);
-  window.GetView()->TurnPlanes(0, 5.0);
+  window.GetView()->StraightenPlanes();
   EXPECT_EQ(window.GetView()->GetSlice(0), 0);
   EXPECT_EQ(window.GetView()->GetPlanes(), nullptr);
 }
@@ -535,6 +541,12 @@ TEST(WorkstationTexts, AVoxelIsToldWithItsSides)
   voxel.Value = -1.5;
   EXPECT_EQ(zvVoxelText::Describe(voxel, true),
     "Voxel 1 20 300     R 12.3  P 0.0  S 7.0 mm     value -1.5");
+  voxel.View = "Axial";
+  voxel.Label = "Caudate_R";
+  EXPECT_EQ(zvVoxelText::Describe(voxel, true),
+    "Axial     Voxel 1 20 300     R 12.3  P 0.0  S 7.0 mm     value -1.5     Caudate_R");
+  voxel.View.clear();
+  voxel.Label.clear();
   EXPECT_EQ(
     zvVoxelText::Describe(voxel, false), "Voxel 1 20 300     -12.3  0.0  7.0 mm     value -1.5");
 }
@@ -661,12 +673,12 @@ TEST_F(WorkstationProgram, ATourWritesADifferentPictureOfEveryStation)
   {
     prefixes += "mri";
   }
-  EXPECT_EQ(QDir(folder).entryList({ "*.png" }).size(), 5 * prefixes.size());
+  EXPECT_EQ(QDir(folder).entryList({ "*.png" }).size(), 9 * prefixes.size());
   std::vector<QImage> pictures;
   for (const QString& prefix : prefixes)
   {
-    for (const QString name :
-      { "at-rest", "slice-dragged", "voxel-read", "window-level", "oblique" })
+    for (const QString name : { "at-rest", "slice-dragged", "voxel-read", "window-level", "oblique",
+           "cross-dragged", "line-turned", "mask", "filled" })
     {
       const QImage picture(QDir(folder).filePath(prefix + "-" + name + ".png"));
       EXPECT_GE(picture.width(), 1000) << name.toStdString();

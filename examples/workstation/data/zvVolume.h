@@ -26,6 +26,8 @@ struct zvVolume
   bool IsOrientationKnown = false;
   /// What the user has to know of it, one sentence each: that it was resampled, that slices miss.
   std::vector<std::string> Notices;
+  /// The file or folder that it was read from, empty for the built-in head.
+  std::string File{};
 };
 
 /// A volume as it comes out of a file: voxels in the order of the file, and where they belong.

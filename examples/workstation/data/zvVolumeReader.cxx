@@ -93,7 +93,9 @@ zvLoadResult zvVolumeReader::Read(const std::string& path, zvLoadProgress& progr
     [&]
     {
       const zvRawVolume raw = ReadRaw(path, progress);
-      return zvPatientGrid::Straighten(raw, progress, zvReaderSteps::ReadingShare, 1.0);
+      zvVolume volume = zvPatientGrid::Straighten(raw, progress, zvReaderSteps::ReadingShare, 1.0);
+      volume.File = path;
+      return volume;
     });
 }
 

@@ -1,16 +1,20 @@
 #include "zvMainWindow.h"
 
+#include "zvEditBar.h"
 #include "zvHeadPhantom.h"
 #include "zvHelpText.h"
 #include "zvLoadBar.h"
+#include "zvLoadProgress.h"
 #include "zvNoticeBar.h"
 #include "zvSlicePanel.h"
 #include "zvTurnPanel.h"
+#include "zvViewGrid.h"
 #include "zvVolumeView.h"
 #include "zvVoxelText.h"
 #include "zvWindowPanel.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,6 +26,8 @@
 
 #include "vtkImageData.h"
 
+#include <algorithm>
+
 namespace
 {
 constexpr int PanelWidth = 280;
@@ -29,20 +35,22 @@ const char* const ProgramName = "Workstation";
 }
 
 zvMainWindow::zvMainWindow()
-  : View(new zvVolumeView)
+  : Views(new zvViewGrid)
   , Slices(new zvSlicePanel)
   , Window(new zvWindowPanel)
   , Turns(new zvTurnPanel)
   , Notices(new zvNoticeBar)
   , LoadBar(new zvLoadBar)
+  , Edit(new zvEditBar)
   , Status(new QLabel)
 {
   this->setWindowTitle(ProgramName);
-  this->resize(1240, 820);
+  this->resize(1400, 900);
   this->BuildLayout();
   this->BuildMenus();
   this->ConnectLoader();
   this->ConnectPanels();
+  this->ConnectEditBar();
 }
 
 zvMainWindow::~zvMainWindow() = default;
@@ -52,7 +60,7 @@ void zvMainWindow::BuildLayout()
   auto* left = new QVBoxLayout;
   left->setSpacing(0);
   left->addWidget(this->Notices);
-  left->addWidget(this->View, 1);
+  left->addWidget(this->Views, 1);
 
   auto* panels = new QWidget;
   panels->setFixedWidth(PanelWidth);
@@ -102,6 +110,7 @@ void zvMainWindow::AddFileActions()
   folder->setToolTip(tr("Open a series of DICOM files (Ctrl+Shift+O)"));
   bar->addAction(file);
   bar->addAction(folder);
+  menu->addAction(tr("Open &mask..."), this, &zvMainWindow::AskForMask);
   menu->addSeparator();
   menu->addAction(tr("Example &volume"), this, &zvMainWindow::OpenExample);
   menu->addAction(tr("Head &phantom"), this, [this] { this->OpenPhantom(); });
@@ -115,17 +124,19 @@ void zvMainWindow::AddViewActions()
 {
   QMenu* menu = this->menuBar()->addMenu(tr("&View"));
   auto* bar = this->findChild<QToolBar*>("file");
-  QAction* reset =
-    menu->addAction(tr("&Reset view"), this->View, &zvVolumeView::ResetView, QKeySequence("R"));
-  reset->setToolTip(tr("The camera and the planes as in the beginning (R)"));
+  QAction* reset = menu->addAction(
+    tr("&Reset view"), this->Views, &zvViewGrid::ResetActiveView, QKeySequence("R"));
+  reset->setToolTip(tr("The whole volume in the active view again (R)"));
   QAction* straighten = menu->addAction(
-    tr("Planes &orthogonal"), this->View, &zvVolumeView::StraightenPlanes, QKeySequence("O"));
-  straighten->setToolTip(tr("The planes along the axes again, each in the middle (O)"));
+    tr("Planes &orthogonal"), this->Views, &zvViewGrid::Straighten, QKeySequence("O"));
+  straighten->setToolTip(tr("The planes along the axes again, through the cross (O)"));
+  QAction* all =
+    menu->addAction(tr("Reset &all"), this->Views, &zvViewGrid::ResetAll, QKeySequence("Shift+R"));
+  all->setToolTip(tr("All planes in the middle, all views as in the beginning (Shift+R)"));
   bar->addSeparator();
-  bar->addAction(reset);
-  bar->addAction(straighten);
+  bar->addActions({ reset, straighten, all });
   // Whoever straightens the planes, the sliders go back with them.
-  for (QAction* action : { reset, straighten })
+  for (QAction* action : { all, straighten })
   {
     connect(action, &QAction::triggered, this->Turns, &zvTurnPanel::ShowStraight);
   }
@@ -163,20 +174,91 @@ void zvMainWindow::ConnectLoader()
 
 void zvMainWindow::ConnectPanels()
 {
-  connect(this->View, &zvVolumeView::slicesChanged, this, &zvMainWindow::ShowSlices);
-  connect(this->View, &zvVolumeView::windowLevelChanged, this,
-    [this] { this->Window->ShowValue(this->View->GetWindowLevel()); });
-  connect(this->View, &zvVolumeView::voxelRead, this,
-    [this](const zvVoxel& voxel)
-    {
-      this->Status->setText(
-        zvVoxelText::Describe(voxel, this->View->GetVolume().IsOrientationKnown));
-    });
-  connect(this->Slices, &zvSlicePanel::chosen, this->View, &zvVolumeView::SetSlice);
-  connect(this->Window, &zvWindowPanel::chosen, this->View, &zvVolumeView::SetWindowLevel);
-  connect(this->Turns, &zvTurnPanel::turned, this->View, &zvVolumeView::TurnPlanes);
-  connect(this->Turns, &zvTurnPanel::straightened, this->View, &zvVolumeView::StraightenPlanes);
+  zvVolumeView* view = this->GetView();
+  connect(view, &zvVolumeView::slicesChanged, this, &zvMainWindow::ShowSlices);
+  connect(view, &zvVolumeView::windowLevelChanged, this,
+    [this, view] { this->Window->ShowValue(view->GetWindowLevel()); });
+  connect(this->Views, &zvViewGrid::voxelSeen, this, &zvMainWindow::ShowVoxel);
+  connect(this->Views, &zvViewGrid::nothingSeen, this,
+    [this] { this->Status->setText(zvVoxelText::Hint()); });
+  connect(this->Slices, &zvSlicePanel::chosen, this->Views, &zvViewGrid::GoTo);
+  connect(this->Window, &zvWindowPanel::chosen, this->Views, &zvViewGrid::SetWindowLevel);
+  connect(this->Turns, &zvTurnPanel::turned, this->Views, &zvViewGrid::Turn);
+  connect(this->Turns, &zvTurnPanel::straightened, this->Views, &zvViewGrid::Straighten);
   connect(this->Turns, &zvTurnPanel::straightened, this->Turns, &zvTurnPanel::ShowStraight);
+}
+
+void zvMainWindow::ConnectEditBar()
+{
+  this->addToolBarBreak();
+  this->addToolBar(this->Edit);
+  this->Edit->setEnabled(false);
+  connect(this, &zvMainWindow::shown, this->Edit, [this] { this->Edit->setEnabled(true); });
+  connect(this->Edit, &zvEditBar::handChosen, this,
+    [this] { this->Views->SetHand(this->Edit->GetHand(), this->Edit->GetValue()); });
+  connect(this->Edit, &zvEditBar::undoChosen, this->Views, &zvViewGrid::UndoFill);
+  connect(this->Views, &zvViewGrid::fillChanged, this->Edit, &zvEditBar::ShowFill);
+  connect(this->Edit, &zvEditBar::maskChosen, this, &zvMainWindow::ShowMask);
+  connect(this->Edit, &zvEditBar::opacityChosen, this,
+    [this] { this->Views->SetMaskOpacity(this->Edit->GetOpacity()); });
+}
+
+zvVolumeView* zvMainWindow::GetView() const
+{
+  return this->Views->GetVolumeView();
+}
+
+void zvMainWindow::ShowVoxel(const zvVoxel& voxel)
+{
+  zvVoxel known = voxel;
+  const int number = this->Atlas.GetNumberAt(voxel.Position.data());
+  known.Label = QString::fromStdString(this->Atlas.GetName(number));
+  this->Status->setText(
+    zvVoxelText::Describe(known, this->GetView()->GetVolume().IsOrientationKnown));
+}
+
+void zvMainWindow::AskForMask()
+{
+  const QString path = QFileDialog::getOpenFileName(this, tr("Open a mask"), QString(),
+    tr("Labels (*.nii *.nii.gz *.mha *.mhd *.nrrd *.nhdr);;All files (*)"));
+  if (!path.isEmpty() && this->OpenMask(path))
+  {
+    this->Edit->GetMaskAction()->setChecked(true);
+  }
+}
+
+bool zvMainWindow::OpenMask(const QString& path)
+{
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  zvLoadProgress progress;
+  const zvLoadResult result = zvVolumeReader::Read(path.toStdString(), progress);
+  QApplication::restoreOverrideCursor();
+  if (result.Ending != zvLoadResult::Outcome::Loaded)
+  {
+    this->ShowRefusal(path, QString::fromStdString(result.Reason));
+    return false;
+  }
+  this->AtlasPath = path;
+  this->Atlas = zvLabelAtlas(result.Volume.Image, path.toStdString());
+  this->Edit->ShowAtlas(true, this->Atlas);
+  this->ShowMask();
+  return true;
+}
+
+// The labels are read when they are first asked for.
+void zvMainWindow::ShowMask()
+{
+  const bool isWanted = this->Edit->IsMaskWanted();
+  if (isWanted && this->Atlas.IsEmpty())
+  {
+    if (!this->OpenMask(this->AtlasPath))
+    {
+      this->Edit->GetMaskAction()->setChecked(false);
+    }
+    return;
+  }
+  const auto mask = isWanted ? this->Atlas.MakeMask(this->Edit->GetRegion()) : nullptr;
+  this->Views->SetMask(mask, this->Edit->GetOpacity());
 }
 
 void zvMainWindow::AskForFile()
@@ -245,8 +327,21 @@ void zvMainWindow::ShowVolume(const zvVolume& volume)
   }
   this->Notices->ShowNotices(notices);
   this->setWindowTitle(tr("%1 - %2").arg(QString::fromStdString(volume.Name), ProgramName));
-  this->View->ShowVolume(volume, presets.front().Value);
+  this->BeginEditing(volume);
+  this->Views->ShowVolume(volume, presets.front().Value);
   emit shown();
+}
+
+// Painting begins with the largest value, which is seen best; the mask is the one of the folder.
+void zvMainWindow::BeginEditing(const zvVolume& volume)
+{
+  const double lowest = std::max(volume.Image->GetScalarTypeMin(), -1.0e9);
+  const double highest = std::min(volume.Image->GetScalarTypeMax(), 1.0e9);
+  const double value = std::min(std::max(volume.Image->GetScalarRange()[1], lowest), highest);
+  this->Edit->Begin(static_cast<int>(value), static_cast<int>(lowest), static_cast<int>(highest));
+  this->Atlas = zvLabelAtlas();
+  this->AtlasPath = QString::fromStdString(zvLabelAtlas::FindBeside(volume.File));
+  this->Edit->ShowAtlas(!this->AtlasPath.isEmpty(), this->Atlas);
 }
 
 void zvMainWindow::ShowRefusal(const QString& path, const QString& reason)
@@ -266,7 +361,8 @@ void zvMainWindow::ShowSlices()
 {
   for (int axis = 0; axis < 3; ++axis)
   {
-    this->Slices->ShowSlice(axis, this->View->GetSlice(axis), this->View->GetSliceCount(axis));
+    this->Slices->ShowSlice(
+      axis, this->GetView()->GetSlice(axis), this->GetView()->GetSliceCount(axis));
   }
 }
 

@@ -1,21 +1,25 @@
 #ifndef zvMainWindow_h
 #define zvMainWindow_h
 
+#include "zvLabelAtlas.h"
 #include "zvVolumeLoader.h"
 #include "zvWindowPresets.h"
 
 #include <QMainWindow>
 
 class QLabel;
+class zvEditBar;
 class zvLoadBar;
 class zvNoticeBar;
 class zvSlicePanel;
 class zvTurnPanel;
+class zvViewGrid;
 class zvVolumeView;
+struct zvVoxel;
 class zvWindowPanel;
 
-/// The window: the view, the panels beside it, the menus, and the loads. It puts the parts together
-/// and holds no knowledge of its own about volumes.
+/// The window: the views, the panels beside them, the menus, and the loads. It puts the parts
+/// together and holds no knowledge of its own about volumes.
 class zvMainWindow : public QMainWindow
 {
   Q_OBJECT
@@ -35,7 +39,13 @@ public:
   /// Whether a refusal is told in a message box (default) or by the signal refused alone.
   void SetTellsRefusals(bool tells) { this->TellsRefusals = tells; }
 
-  zvVolumeView* GetView() const { return this->View; }
+  /// Show a volume of labels as the mask of the one on the screen. False, after a refusal, if it
+  /// cannot be read.
+  bool OpenMask(const QString& path);
+
+  zvViewGrid* GetViews() const { return this->Views; }
+  zvVolumeView* GetView() const; // the 3D one
+  zvEditBar* GetEditBar() const { return this->Edit; }
   zvSlicePanel* GetSlicePanel() const { return this->Slices; }
   zvWindowPanel* GetWindowPanel() const { return this->Window; }
   zvTurnPanel* GetTurnPanel() const { return this->Turns; }
@@ -58,6 +68,11 @@ private:
   void AddHelpActions();
   void ConnectLoader();
   void ConnectPanels();
+  void ConnectEditBar();
+  void AskForMask();
+  void BeginEditing(const zvVolume& volume);
+  void ShowMask();
+  void ShowVoxel(const zvVoxel& voxel);
   void AskForFile();
   void AskForFolder();
   void ShowVolume(const zvVolume& volume);
@@ -66,12 +81,15 @@ private:
 
   bool TellsRefusals = true;
   zvVolumeLoader Loader;
-  zvVolumeView* View; // these are owned by Qt's tree of widgets
+  zvLabelAtlas Atlas; // empty until a mask is asked for
+  QString AtlasPath;  // of the one that is offered
+  zvViewGrid* Views;  // these are owned by Qt's tree of widgets
   zvSlicePanel* Slices;
   zvWindowPanel* Window;
   zvTurnPanel* Turns;
   zvNoticeBar* Notices;
   zvLoadBar* LoadBar;
+  zvEditBar* Edit;
   QLabel* Status;
 };
 

@@ -1,14 +1,21 @@
 #include "zvTour.h"
 
+#include "zvEditBar.h"
+#include "zvImageViewerWidget.h"
 #include "zvMainWindow.h"
 #include "zvTurnPanel.h"
+#include "zvViewGrid.h"
 #include "zvViewHand.h"
 #include "zvVolumeView.h"
+#include "zvWindowPanel.h"
 
+#include <QAction>
+#include <QComboBox>
 #include <QDir>
 #include <QEventLoop>
 #include <QPixmap>
 #include <QSlider>
+#include <QSpinBox>
 #include <QTimer>
 
 #include "vtkImageData.h"
@@ -101,7 +108,9 @@ bool zvTour::VisitAll(const QString& prefix)
   };
   const Station stations[] = { { "at-rest", nullptr }, { "slice-dragged", &zvTour::DragSlice },
     { "voxel-read", &zvTour::ReadVoxel }, { "window-level", &zvTour::DragWindowLevel },
-    { "oblique", &zvTour::TurnPlanes } };
+    { "oblique", &zvTour::TurnPlanes }, { "cross-dragged", &zvTour::DragCross },
+    { "line-turned", &zvTour::TurnLine }, { "mask", &zvTour::ShowMask },
+    { "filled", &zvTour::PaintAndFill } };
   for (const Station& station : stations)
   {
     if (station.Visit != nullptr)
@@ -159,6 +168,87 @@ void zvTour::TurnPlanes()
   zvViewHand hand(this->Window.GetView());
   const QPoint middle = this->Window.GetView()->rect().center();
   hand.Drag(Qt::MiddleButton, middle, middle + QPoint(60, 20), 6);
+}
+
+// What the stations before have changed goes back, so that each shows one thing.
+void zvTour::Tidy()
+{
+  this->Window.GetTurnPanel()->ShowStraight();
+  this->Window.GetViews()->ResetAll();
+  QComboBox* presets = this->Window.GetWindowPanel()->GetPresetBox();
+  presets->setCurrentIndex(0);
+  emit presets->activated(0);
+}
+
+void zvTour::DragCross()
+{
+  this->Tidy();
+  zvSliceView* view = this->Window.GetViews()->GetSliceView(2);
+  zvViewHand hand(view);
+  hand.MoveTo(hand.Part(0.2, 0.3));
+  hand.Drag(Qt::LeftButton, hand.Part(0.2, 0.3), hand.Part(0.24, -0.2), 8);
+}
+
+// In the sagittal view the slice is tilted, and with it what the two others show.
+void zvTour::TurnLine()
+{
+  this->Tidy();
+  zvSliceView* view = this->Window.GetViews()->GetSliceView(0);
+  zvViewHand hand(view);
+  const double* bounds = this->Window.GetView()->GetVolume().Image->GetBounds();
+  std::array<double, 3> cross;
+  view->GetViewer()->GetRotationCenter(cross.data());
+  // On the line of the axial plane, to the front, and from there up.
+  std::array<double, 3> from = cross, to = cross;
+  from[1] -= 0.3 * (bounds[3] - bounds[2]);
+  to[1] = from[1] + 0.03 * (bounds[3] - bounds[2]);
+  to[2] += 0.16 * (bounds[5] - bounds[4]);
+  hand.MoveTo(hand.At(from));
+  hand.Drag(Qt::LeftButton, hand.At(from), hand.At(to), 16);
+}
+
+void zvTour::ShowMask()
+{
+  this->Tidy();
+  zvEditBar* edit = this->Window.GetEditBar();
+  if (edit->GetMaskAction()->isEnabled())
+  {
+    edit->GetMaskAction()->setChecked(true);
+    edit->GetOpacitySlider()->setValue(45);
+  }
+  zvViewHand hand(this->Window.GetViews()->GetSliceView(2));
+  hand.MoveTo(hand.Part(-0.12, 0.2));
+}
+
+// A ring is painted in the axial view and filled, darker than the tissue around it; then the cross
+// goes there, so that the other views cut it too.
+void zvTour::PaintAndFill()
+{
+  zvEditBar* edit = this->Window.GetEditBar();
+  edit->GetMaskAction()->setChecked(false);
+  edit->GetValueBox()->setValue(
+    static_cast<int>(0.6 * this->Window.GetView()->GetWindowLevel().Level));
+  edit->GetPaintAction()->setChecked(true);
+  zvViewHand hand(this->Window.GetViews()->GetSliceView(2));
+  constexpr int steps = 400;
+  constexpr double fullCircle = 6.283185307179586;
+  const auto onRing = [&hand](int step)
+  {
+    const double angle = fullCircle * step / steps;
+    return hand.Part(0.14 + 0.12 * std::cos(angle), 0.1 + 0.16 * std::sin(angle));
+  };
+  hand.MoveTo(onRing(0));
+  hand.Press(Qt::LeftButton, onRing(0));
+  for (int step = 1; step <= steps; ++step)
+  {
+    hand.MoveTo(onRing(step));
+  }
+  hand.Release();
+  edit->GetFillAction()->setChecked(true);
+  hand.MoveTo(hand.Part(0.14, 0.1));
+  hand.Click(Qt::LeftButton, hand.Part(0.14, 0.1));
+  edit->GetFillAction()->setChecked(false);
+  hand.Click(Qt::LeftButton, hand.Part(0.14, 0.1));
 }
 
 bool zvTour::Write(const QString& name)

@@ -26,6 +26,11 @@ private:
   void DragWindowLevel();
   void TurnPlanes();
   void ReadVoxel();
+  void DragCross();
+  void TurnLine();
+  void ShowMask();
+  void PaintAndFill();
+  void Tidy();
   bool Write(const QString& name);
   bool Fail(const QString& what, const QString& reason);
 

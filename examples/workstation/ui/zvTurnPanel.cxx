@@ -27,7 +27,7 @@ zvTurnPanel::zvTurnPanel(QWidget* parent)
   {
     auto* slider = new QSlider(Qt::Horizontal);
     slider->setRange(-Furthest, Furthest);
-    slider->setToolTip(tr("Turn the three planes together about the middle of the volume"));
+    slider->setToolTip(tr("Turn the three planes together about the cross"));
     auto* number = new QLabel(DegreesText(0));
     number->setMinimumWidth(36);
     number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -43,7 +43,7 @@ zvTurnPanel::zvTurnPanel(QWidget* parent)
       });
   }
   auto* straighten = new QPushButton(tr("Make them orthogonal"));
-  straighten->setToolTip(tr("The planes along the axes again, each in the middle (O)"));
+  straighten->setToolTip(tr("The planes along the axes again, through the cross (O)"));
   layout->addWidget(straighten, 3, 0, 1, 3);
   connect(straighten, &QPushButton::clicked, this, &zvTurnPanel::straightened);
 }

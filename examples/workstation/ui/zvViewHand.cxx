@@ -1,8 +1,10 @@
 #include "zvViewHand.h"
 
+#include "zvSliceView.h"
 #include "zvVolumeView.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
@@ -13,15 +15,28 @@
 
 zvViewHand::zvViewHand(zvVolumeView* view)
   : View(view)
+  , Renderer(view->GetRenderer())
+  , VolumeView(view)
 {
+}
+
+zvViewHand::zvViewHand(zvSliceView* view)
+  : View(view)
+  , Renderer(view->GetRenderer())
+{
+}
+
+QPoint zvViewHand::Part(double right, double up) const
+{
+  return QPoint(static_cast<int>(std::lround(0.5 * (1.0 + right) * this->View->width())),
+    static_cast<int>(std::lround(0.5 * (1.0 - up) * this->View->height())));
 }
 
 QPoint zvViewHand::At(const std::array<double, 3>& world) const
 {
-  vtkRenderer* renderer = this->View->GetRenderer();
-  renderer->SetWorldPoint(world[0], world[1], world[2], 1.0);
-  renderer->WorldToDisplay();
-  const double* pixel = renderer->GetDisplayPoint();
+  this->Renderer->SetWorldPoint(world[0], world[1], world[2], 1.0);
+  this->Renderer->WorldToDisplay();
+  const double* pixel = this->Renderer->GetDisplayPoint();
   const double ratio = this->View->devicePixelRatioF();
   return QPoint(static_cast<int>(std::lround(pixel[0] / ratio)),
     this->View->height() - 1 - static_cast<int>(std::lround(pixel[1] / ratio)));
@@ -29,12 +44,12 @@ QPoint zvViewHand::At(const std::array<double, 3>& world) const
 
 std::array<double, 3> zvViewHand::OnAxialPlane(double x, double y) const
 {
-  vtkImageData* image = this->View->GetVolume().Image;
+  vtkImageData* image = this->VolumeView->GetVolume().Image;
   double bounds[6];
   image->GetBounds(bounds);
   return { { 0.5 * (bounds[0] + bounds[1]) + 0.5 * x * (bounds[1] - bounds[0]),
     0.5 * (bounds[2] + bounds[3]) + 0.5 * y * (bounds[3] - bounds[2]),
-    image->GetOrigin()[2] + this->View->GetSlice(2) * image->GetSpacing()[2] } };
+    image->GetOrigin()[2] + this->VolumeView->GetSlice(2) * image->GetSpacing()[2] } };
 }
 
 void zvViewHand::Send(int type, Qt::MouseButton button, Qt::MouseButtons held)
@@ -84,10 +99,26 @@ void zvViewHand::Drag(Qt::MouseButton button, const QPoint& from, const QPoint& 
   this->Release();
 }
 
-void zvViewHand::Turn(int notches, const QPoint& position)
+void zvViewHand::DoubleClick(const QPoint& position)
+{
+  this->Click(Qt::LeftButton, position);
+  this->Held = Qt::LeftButton;
+  this->Send(QEvent::MouseButtonDblClick, Qt::LeftButton, Qt::LeftButton);
+  this->Release();
+}
+
+void zvViewHand::Turn(int notches, const QPoint& position, Qt::KeyboardModifiers modifiers)
 {
   constexpr int unitsPerNotch = 120;
   QWheelEvent event(position, this->View->mapToGlobal(position), QPoint(),
-    QPoint(0, notches * unitsPerNotch), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QPoint(0, notches * unitsPerNotch), Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
   QApplication::sendEvent(this->View, &event);
+}
+
+void zvViewHand::Type(Qt::Key key)
+{
+  QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+  QApplication::sendEvent(this->View, &press);
+  QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+  QApplication::sendEvent(this->View, &release);
 }

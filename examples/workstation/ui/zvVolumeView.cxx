@@ -27,32 +27,13 @@ constexpr double CameraDirection[3] = { 0.75, -1.0, 0.6 };
 // A far eye, so that the volume keeps its proportions.
 constexpr double CameraAngle = 18.0;
 
-// Holds the picture still while several changes are made, and renders once at the end.
-class OneRender
-{
-public:
-  explicit OneRender(vtkRenderWindowInteractor* interactor)
-    : Interactor(interactor)
-  {
-    this->Interactor->EnableRenderOff();
-  }
-  ~OneRender()
-  {
-    this->Interactor->EnableRenderOn();
-    this->Interactor->Render();
-  }
-  OneRender(const OneRender&) = delete;
-  void operator=(const OneRender&) = delete;
-
-private:
-  vtkRenderWindowInteractor* Interactor;
-};
 }
 
-zvVolumeView::zvVolumeView()
+zvVolumeView::zvVolumeView(std::shared_ptr<zvRenderGroup> group)
+  : Group(std::move(group))
 {
   this->setMode3D(true);
-  this->setMinimumSize(320, 240);
+  this->setMinimumSize(160, 120);
   this->Renderer->SetBackground(BackgroundBottom[0], BackgroundBottom[1], BackgroundBottom[2]);
   this->Renderer->SetBackground2(BackgroundTop[0], BackgroundTop[1], BackgroundTop[2]);
   this->Renderer->GradientBackgroundOn();
@@ -62,6 +43,7 @@ zvVolumeView::zvVolumeView()
     vtkCommand::ResetCameraClippingRangeEvent, this, &zvVolumeView::FitClippingRange);
   this->Letters.AddTo(this->Renderer);
   this->Letters.SetVisible(false);
+  this->Group->Add(this);
   // These come after the toolkit has had the event.
   connect(this, &zvQVTKWidget::mouseEvent, this, &zvVolumeView::HandleMouse);
   connect(this, &zvQVTKWidget::mouseWheelEvent, this, &zvVolumeView::HandleWheel);
@@ -86,7 +68,7 @@ void zvVolumeView::ReleasePlanes()
 void zvVolumeView::ShowVolume(const zvVolume& volume, const zvWindowValues& value)
 {
   {
-    const OneRender render(this->interactor());
+    const zvOneRender render(this->Group);
     this->ReleasePlanes();
     this->Volume = volume;
     this->Drag.End();
@@ -99,10 +81,44 @@ void zvVolumeView::ShowVolume(const zvVolume& volume, const zvWindowValues& valu
     this->Letters.Place(volume.Image->GetBounds());
     this->Letters.SetVisible(volume.IsOrientationKnown);
     this->PlaceCamera();
+    this->interactor()->Render();
   }
   this->SetWindowLevel(value);
+  this->ToldSlices.fill(-1);
+  this->TellSlices();
+}
+
+// Whatever an event changes, here or in the other views, it is rendered once at the end.
+bool zvVolumeView::event(QEvent* event)
+{
+  const zvOneRender render(this->Group, event);
+  return this->zvQVTKWidget::event(event);
+}
+
+void zvVolumeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+  if (event->button() == Qt::LeftButton)
+  {
+    emit maximised();
+    return;
+  }
+  this->zvQVTKWidget::mouseDoubleClickEvent(event);
+}
+
+void zvVolumeView::TellSlices()
+{
   this->KnownSlices = this->GetSlices();
-  emit slicesChanged();
+  std::array<int, 6> slices;
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    slices[static_cast<std::size_t>(axis)] = this->GetSlice(axis);
+    slices[static_cast<std::size_t>(axis + 3)] = this->GetSliceCount(axis);
+  }
+  if (slices != this->ToldSlices)
+  {
+    this->ToldSlices = slices;
+    emit slicesChanged();
+  }
 }
 
 void zvVolumeView::PlaceCamera()
@@ -196,7 +212,7 @@ void zvVolumeView::SetWindowLevel(const zvWindowValues& value)
     return;
   }
   {
-    const OneRender render(this->interactor());
+    const zvOneRender render(this->Group);
     this->Value = value;
     this->Planes->SetWindowLevel(value.Window, value.Level);
   }
@@ -205,26 +221,39 @@ void zvVolumeView::SetWindowLevel(const zvWindowValues& value)
 
 double zvVolumeView::GetFullWindow() const
 {
+  if (!this->HasVolume())
+  {
+    return 1.0;
+  }
   const double* range = this->Volume.Image->GetScalarRange();
   return range[1] > range[0] ? range[1] - range[0] : 1.0;
 }
 
-void zvVolumeView::TurnPlanes(int axis, double degrees)
+void zvVolumeView::TurnPlanes(double degrees, const Vector& direction, const Vector& center)
 {
   if (!this->HasVolume())
   {
     return;
   }
+  Vector axis = direction, middle = center;
+  this->Planes->Rotate(degrees, axis.data(), middle.data());
+  this->interactor()->Render();
+  this->TellSlices();
+}
+
+void zvVolumeView::TurnPlane(
+  int axis, double degrees, const Vector& direction, const Vector& center)
+{
+  if (!this->HasVolume())
   {
-    const OneRender render(this->interactor());
-    double direction[3] = { 0.0, 0.0, 0.0 };
-    direction[axis] = 1.0;
-    double centre[3];
-    this->Volume.Image->GetCenter(centre);
-    this->Planes->Rotate(degrees, direction, centre);
+    return;
   }
-  this->KnownSlices = this->GetSlices();
-  emit slicesChanged();
+  using Turn = void (zvImage3DPlanes::*)(double, double*, double*);
+  constexpr Turn turns[3] = { &zvImage3DPlanes::RotateX, &zvImage3DPlanes::RotateY,
+    &zvImage3DPlanes::RotateZ };
+  Vector about = direction, middle = center;
+  (this->Planes->*turns[axis])(degrees, about.data(), middle.data());
+  this->interactor()->Render();
 }
 
 void zvVolumeView::StraightenPlanes()
@@ -234,25 +263,23 @@ void zvVolumeView::StraightenPlanes()
     return;
   }
   {
-    const OneRender render(this->interactor());
+    const zvOneRender render(this->Group);
     vtkNew<vtkCamera> camera;
     camera->DeepCopy(this->Renderer->GetActiveCamera());
     this->Planes->ResetPlanes();
     this->Renderer->GetActiveCamera()->DeepCopy(camera);
+    this->interactor()->Render();
   }
-  this->KnownSlices = this->GetSlices();
-  emit slicesChanged();
+  this->TellSlices();
 }
 
-void zvVolumeView::ResetView()
+void zvVolumeView::ResetCamera()
 {
-  if (!this->HasVolume())
+  if (this->HasVolume())
   {
-    return;
+    this->PlaceCamera();
+    this->interactor()->Render();
   }
-  this->StraightenPlanes();
-  this->PlaceCamera();
-  this->interactor()->Render();
 }
 
 void zvVolumeView::HandleMouse(QMouseEvent* event)
@@ -262,12 +289,18 @@ void zvVolumeView::HandleMouse(QMouseEvent* event)
     return;
   }
   this->DragWindowLevel(event);
-  const std::array<int, 3> slices = this->GetSlices();
-  if (slices != this->KnownSlices)
+  const std::array<int, 3> before = this->KnownSlices;
+  const std::array<int, 3> slices = this->KnownSlices = this->GetSlices();
+  for (int axis = 0; axis < 3; ++axis)
   {
-    this->KnownSlices = slices;
-    emit slicesChanged();
+    const int steps =
+      slices[static_cast<std::size_t>(axis)] - before[static_cast<std::size_t>(axis)];
+    if (steps != 0)
+    {
+      emit planeDragged(axis, steps);
+    }
   }
+  this->TellSlices();
 }
 
 // The right button stays out of the toolkit as long as Shift is up, so it is the program's.

@@ -3,13 +3,18 @@
 
 #include "zvOrientationLetters.h"
 #include "zvQVTKWidget.h"
+#include "zvRenderGroup.h"
 #include "zvVolume.h"
 #include "zvWindowLevelDrag.h"
 #include "zvWindowPresets.h"
 
 #include "vtkNew.h"
 
+#include <QString>
+
 #include <array>
+#include <memory>
+#include <string>
 
 class vtkRenderer;
 class zvImage3DPlanes;
@@ -20,6 +25,8 @@ struct zvVoxel
   std::array<int, 3> Index{ { 0, 0, 0 } };
   std::array<double, 3> Position{ { 0.0, 0.0, 0.0 } }; // millimetres in LPS
   double Value = 0.0;
+  QString View;  // the view that it was seen in
+  QString Label; // the region that it belongs to, empty for none
 };
 
 /// The 3D view: the three planes of a volume, and what the mouse does there.
@@ -30,6 +37,7 @@ struct zvVoxel
 ///   middle drag                    turns the camera (see zvCameraStyle)
 /// right drag                       changes window and level
 /// wheel                            goes nearer and further
+/// double click                     asks for the whole window
 ///
 /// Axes are 0, 1 and 2 for x, y and z everywhere. All operations that change the picture render it.
 /// Without a volume they do nothing.
@@ -38,7 +46,9 @@ class zvVolumeView : public zvQVTKWidget
   Q_OBJECT
 
 public:
-  zvVolumeView();
+  using Vector = std::array<double, 3>;
+
+  explicit zvVolumeView(std::shared_ptr<zvRenderGroup> group);
   ~zvVolumeView() override;
 
   /// Show a volume in place of the one before, with its planes in the middle.
@@ -54,25 +64,40 @@ public:
 
   zvWindowValues GetWindowLevel() const { return this->Value; }
   void SetWindowLevel(const zvWindowValues& value);
+  /// The range of all values of the volume; 1 without one.
+  double GetFullWindow() const;
 
-  /// Turn the three planes together about the volume's middle.
-  void TurnPlanes(int axis, double degrees);
+  /// Turn the three planes together about a direction through a point.
+  void TurnPlanes(double degrees, const Vector& direction, const Vector& center);
+  /// Turn one of them. Tells nothing: call TellSlices after the last one.
+  void TurnPlane(int axis, double degrees, const Vector& direction, const Vector& center);
   /// Make them orthogonal again and put them in the middle, without moving the camera.
   void StraightenPlanes();
-  /// That, and the camera as in the beginning.
-  void ResetView();
+  /// The camera as in the beginning.
+  void ResetCamera();
+
+  /// Emit slicesChanged if it was not told of the present slices yet.
+  void TellSlices();
 
   /// The widget, null without a volume; owned by the view.
   zvImage3DPlanes* GetPlanes() const { return this->Planes; }
   vtkRenderer* GetRenderer() const { return this->Renderer; }
 
 signals:
+  /// The whole window for this view, or back.
+  void maximised();
+  /// A plane has moved by so many slices, by the mouse.
+  void planeDragged(int axis, int steps);
   /// After a plane has moved by the mouse, or the planes have been turned or straightened.
   void slicesChanged();
   /// After window or level have changed, by the mouse or by SetWindowLevel.
   void windowLevelChanged();
   /// After the user has read a voxel.
   void voxelRead(const zvVoxel& voxel);
+
+protected:
+  bool event(QEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
   void HandleMouse(QMouseEvent* event);
@@ -83,13 +108,14 @@ private:
   void PlaceCamera();
   void FitClippingRange();
   std::array<int, 3> GetSlices() const;
-  double GetFullWindow() const;
 
+  std::shared_ptr<zvRenderGroup> Group;
   zvVolume Volume;
   zvWindowValues Value;
   zvImage3DPlanes* Planes = nullptr;
   bool IsFitting = false;
-  std::array<int, 3> KnownSlices{ { -1, -1, -1 } };
+  std::array<int, 3> KnownSlices{ { -1, -1, -1 } };            // when the mouse was used last
+  std::array<int, 6> ToldSlices{ { -1, -1, -1, -1, -1, -1 } }; // with their counts
   zvWindowLevelDrag Drag;
   zvOrientationLetters Letters;
   vtkNew<vtkRenderer> Renderer;

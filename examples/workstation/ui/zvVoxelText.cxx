@@ -19,15 +19,26 @@ QString zvVoxelText::Describe(const zvVoxel& voxel, bool isOrientationKnown)
                                     .arg(std::fabs(position), 0, 'f', 1)
                                 : QString("%1").arg(position, 0, 'f', 1);
   }
-  return QCoreApplication::translate("zvVoxelText", "Voxel %1 %2 %3     %4 mm     value %5")
-    .arg(voxel.Index[0])
-    .arg(voxel.Index[1])
-    .arg(voxel.Index[2])
-    .arg(place.join("  "))
-    .arg(voxel.Value);
+  QStringList parts;
+  if (!voxel.View.isEmpty())
+  {
+    parts += voxel.View;
+  }
+  parts += QCoreApplication::translate("zvVoxelText", "Voxel %1 %2 %3     %4 mm     value %5")
+             .arg(voxel.Index[0])
+             .arg(voxel.Index[1])
+             .arg(voxel.Index[2])
+             .arg(place.join("  "))
+             .arg(voxel.Value);
+  if (!voxel.Label.isEmpty())
+  {
+    parts += voxel.Label;
+  }
+  return parts.join("     ");
 }
 
 QString zvVoxelText::Hint()
 {
-  return QCoreApplication::translate("zvVoxelText", "Shift + left click on a plane reads a voxel");
+  return QCoreApplication::translate("zvVoxelText",
+    "The voxel under the mouse is told here; in 3D, Shift + left click on a plane reads one");
 }
