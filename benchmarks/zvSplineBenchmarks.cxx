@@ -1,18 +1,15 @@
 // Curves through handles: a motion of one handle with the line sampled again, the same drawn, and a
 // handle added to a long contour with its pick but without its frame.
 #include "zvAreaWidget.h"
+#include "zvBenchmarkView.h"
 #include "zvSplineWidget.h"
 
-#include "vtkCamera.h"
-#include "vtkInteractorStyleUser.h"
 #include "vtkMath.h"
 #include "vtkNew.h"
 #include "vtkParametricFunctionSource.h"
 #include "vtkParametricSpline.h"
 #include "vtkPoints.h"
-#include "vtkRenderWindow.h"
 #include "vtkRenderWindowInteractor.h"
-#include "vtkRenderer.h"
 #include "vtkSmartPointer.h"
 #include "vtkSplineWidget.h"
 
@@ -38,30 +35,6 @@ vtkSmartPointer<vtkPoints> MakeRing(int count)
   }
   return points;
 }
-
-/// A small window without multi-sampling, so that the frame does not hide the work, that sees the
-/// ring.
-struct View
-{
-  View()
-  {
-    this->Window->SetOffScreenRendering(1);
-    this->Window->SetMultiSamples(0);
-    this->Window->SetSize(300, 300);
-    this->Window->AddRenderer(this->Renderer);
-    this->Interactor->SetRenderWindow(this->Window);
-    vtkNew<vtkInteractorStyleUser> style;
-    this->Interactor->SetInteractorStyle(style);
-    this->Interactor->Initialize();
-    this->Renderer->GetActiveCamera()->ParallelProjectionOn();
-    const double bounds[6] = { -60, 60, -60, 60, -1, 1 };
-    this->Renderer->ResetCamera(bounds);
-    this->Window->Render();
-  }
-  vtkNew<vtkRenderWindow> Window;
-  vtkNew<vtkRenderer> Renderer;
-  vtkNew<vtkRenderWindowInteractor> Interactor;
-};
 
 /// Where the handle goes at a turn of the loop: never twice to the same place in a row.
 double Wobble(int turn)
@@ -112,7 +85,7 @@ void MovePeer(benchmark::State& state, int count)
 template <class Widget>
 void MoveDrawn(benchmark::State& state, int count)
 {
-  View view;
+  zvBenchmarkView view;
   vtkNew<Widget> widget;
   widget->SetInteractor(view.Interactor);
   widget->InitializeHandles(MakeRing(count));
@@ -131,7 +104,7 @@ void MoveDrawn(benchmark::State& state, int count)
 /// that does not draw.
 void AddOurs(benchmark::State& state, int count)
 {
-  View view;
+  zvBenchmarkView view;
   view.Interactor->SetEventPosition(150, 150); // in the ring: no bounding box spares the pick
   view.Interactor->EnableRenderOff();
   vtkNew<zvAreaWidget> widget;
@@ -157,7 +130,7 @@ void AddOurs(benchmark::State& state, int count)
 /// The stock widget takes a longer list instead.
 void AddPeer(benchmark::State& state, int count)
 {
-  View view;
+  zvBenchmarkView view;
   view.Interactor->EnableRenderOff();
   vtkNew<vtkSplineWidget> widget;
   widget->SetInteractor(view.Interactor);
