@@ -51,6 +51,8 @@ const NamedCut Cuts[] = {
   { "x_linear", { 0, true } },
   { "y_linear", { 1, true } },
   { "z_linear", { 2, true } },
+  { "x_nearest", { 0, false } },
+  { "y_nearest", { 1, false } },
   { "z_nearest", { 2, false } },
   { "oblique_linear", { 3, true } },
   { "oblique_nearest", { 3, false } },
