@@ -328,3 +328,48 @@ TEST(FloodFill, IsNotTakenBackInAnImageThatHasChangedItsExtent)
   zvFloodFill::Restore(region, image, 1);
   EXPECT_EQ(ScalarsOf(image), std::vector<double>(100, 2.0));
 }
+
+TEST(FloodFill, TakesTheAxesOfASliceInEitherOrder)
+{
+  auto image = MakeImage({ 0, 1, 0, 2, 0, 0 }, VTK_SHORT, 1);
+  image->GetPointData()->GetScalars()->Fill(1);
+  zvFloodFill::Slice slice = MakeSlice(image, 2, 0, 3, 2);
+  std::swap(slice.XAxis, slice.YAxis);
+  const auto record = MakeRecord();
+  int oldValue = -1;
+  zvFloodFill::Fill(slice, 1, 0, 3, record, oldValue);
+  EXPECT_EQ(ListOf(record),
+    (std::vector<Voxel>{ { 0, 1, 0.25 }, { 0, 2, 0.25 }, { 1, 2, 0.25 }, { 1, 1, 0.25 },
+      { 1, 0, 0.25 }, { 0, 0, 0.25 } }));
+}
+
+TEST(FloodFill, GivesBackTheRoomThatTheRecordDidNotNeed)
+{
+  auto image = MakeImage({ 0, 1999, 0, 1999, 0, 0 }, VTK_SHORT, 1);
+  image->GetPointData()->GetScalars()->Fill(3);
+  for (int x = 100; x < 150; ++x)
+  {
+    image->SetScalarComponentFromDouble(x, 100, 0, 0, 1);
+  }
+  const auto record = MakeRecord();
+  int oldValue = -1;
+  zvFloodFill::Fill(MakeSlice(image, 2, 0, 2000, 2000), 120, 100, 3, record, oldValue);
+  EXPECT_EQ(record->GetNumberOfPoints(), 50);
+  EXPECT_EQ(record->GetData()->GetSize(), 150);
+}
+
+TEST(FloodFill, WritesIntoTheRoomThatARecordHas)
+{
+  auto image = MakeImage({ 0, 99, 0, 99, 0, 0 }, VTK_SHORT, 1);
+  image->GetPointData()->GetScalars()->Fill(1);
+  const auto record = MakeRecord();
+  int oldValue = -1;
+  zvFloodFill::Fill(MakeSlice(image, 2, 0, 100, 100), 5, 5, 3, record, oldValue);
+  const void* const room = record->GetVoidPointer(0);
+  const auto first = ListOf(record);
+  record->Reset();
+  zvFloodFill::Fill(MakeSlice(image, 2, 0, 100, 100), 5, 5, 4, record, oldValue);
+  EXPECT_EQ(record->GetVoidPointer(0), room);
+  EXPECT_EQ(ListOf(record), first);
+  EXPECT_EQ(oldValue, 3);
+}

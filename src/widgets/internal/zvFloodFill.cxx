@@ -8,7 +8,11 @@
 #include "vtkPointData.h"
 #include "vtkPoints.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cstring>
 #include <type_traits>
 
 namespace
@@ -106,6 +110,23 @@ T CastLikeC(int value)
   return static_cast<T>(value);
 }
 
+// The bits of a word from 64 bytes that are 0 or 1. The product brings those of eight bytes
+// together in its highest byte.
+Word PackFlags(const unsigned char* flags)
+{
+  Word word = 0;
+  for (int first = 0; first < WordBits; first += 8)
+  {
+    Word eight = 0;
+    for (int b = 0; b < 8; ++b)
+    {
+      eight |= static_cast<Word>(flags[first + b]) << (8 * b);
+    }
+    word |= ((eight * Word(0x0102040810204080)) >> 56) << first;
+  }
+  return word;
+}
+
 // One bit a voxel of a row: set where the voxel does not hold the value.
 template <typename T>
 void MarkOthers(const T* voxel, vtkIdType step, int columns, int value, Word* bits)
@@ -113,15 +134,30 @@ void MarkOthers(const T* voxel, vtkIdType step, int columns, int value, Word* bi
   const T target = CastLikeC<T>(value);
   // A value that the type cannot hold equals no voxel.
   const bool isHeld = static_cast<double>(target) == static_cast<double>(value);
-  for (int first = 0; first < columns; first += WordBits)
+  unsigned char flags[WordBits] = {};
+  for (int first = 0; first < columns; first += WordBits, voxel += step * WordBits)
   {
     const int count = std::min(WordBits, columns - first);
-    Word word = 0;
-    for (int b = 0; b < count; ++b, voxel += step)
+    if (!isHeld)
     {
-      word |= static_cast<Word>(!(isHeld && *voxel == target)) << b;
+      std::fill_n(flags, count, static_cast<unsigned char>(1));
     }
-    *bits++ = word;
+    else if (step == 1 && count == WordBits) // a loop of its own, as it is the one that is quick
+    {
+      for (int b = 0; b < WordBits; ++b)
+      {
+        flags[b] = voxel[b] != target;
+      }
+    }
+    else
+    {
+      for (int b = 0; b < count; ++b)
+      {
+        flags[b] = voxel[b * step] != target;
+      }
+    }
+    std::fill(flags + count, flags + WordBits, static_cast<unsigned char>(0));
+    *bits++ = PackFlags(flags);
   }
 }
 
@@ -177,37 +213,97 @@ void WriteRegion(const Grid& grid, const zvFloodFill::Region& region, int value)
   }
 }
 
-// Appends voxels to a vtkPoints of doubles, a run at a time.
+// Ask for large pages, which come much more quickly, for memory that is not in use yet. Its first
+// part is left alone: most fills are small, and one large page would cost them more than it saves.
+void PreferLargePages(double* memory, vtkIdType values)
+{
+#ifdef MADV_HUGEPAGE
+  constexpr std::uintptr_t spared = std::uintptr_t(1) << 21;
+  constexpr std::uintptr_t least = std::uintptr_t(1) << 24;
+  const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+  const auto from = (reinterpret_cast<std::uintptr_t>(memory) + spared + page - 1) / page * page;
+  const auto to = reinterpret_cast<std::uintptr_t>(memory + values) / page * page;
+  if (to > from && to - from >= least)
+  {
+    // Nothing depends on it, so its answer does not matter.
+    madvise(reinterpret_cast<void*>(from), to - from, MADV_HUGEPAGE);
+  }
+#else
+  (void)memory;
+  (void)values;
+#endif
+}
+
+// count points from (x, y) on, each a step along x from the one before; x and y are written to the
+// axes of these numbers, index to the third. The axes are known here so that it becomes a tight
+// loop.
+template <int XAxis, int YAxis>
+void WritePoints(double* to, int x, int y, double index, int count, int step)
+{
+  for (int n = 0; n < count; ++n)
+  {
+    to[3 * n + XAxis] = x + n * step;
+    to[3 * n + YAxis] = y;
+    to[3 * n + (3 - XAxis - YAxis)] = index;
+  }
+}
+
+using PointWriter = void (*)(double*, int, int, double, int, int);
+
+constexpr PointWriter PointWriters[3][3] = { { nullptr, WritePoints<0, 1>, WritePoints<0, 2> },
+  { WritePoints<1, 0>, nullptr, WritePoints<1, 2> },
+  { WritePoints<2, 0>, WritePoints<2, 1>, nullptr } };
+
+// Appends voxels to a vtkPoints of doubles, a run at a time, between Begin and End.
 class Recorder
 {
 public:
   Recorder(vtkPoints* points, const zvFloodFill::Slice& slice)
     : Data(vtkDoubleArray::SafeDownCast(points->GetData()))
-    , Where(slice)
+    , Write(PointWriters[slice.XAxis][slice.YAxis])
+    , Index(slice.RecordedIndex)
   {
+  }
+
+  // Make room for as many voxels as there can be. What is not written takes no memory.
+  void Begin(vtkIdType most)
+  {
+    const vtkIdType used = this->Data->GetNumberOfTuples();
+    this->HasGrown = this->Data->GetSize() < 3 * (used + most);
+    if (this->HasGrown)
+    {
+      this->Data->Resize(used + most);
+      PreferLargePages(this->Data->GetPointer(3 * used), 3 * most);
+    }
+    this->To = this->Data->GetPointer(3 * used);
   }
 
   // count voxels from (x, y) on, each one step along x from the one before.
   void Append(int x, int y, int count, int step)
   {
-    const vtkIdType values = this->Data->GetNumberOfValues();
-    double* to = this->Data->WritePointer(values, 3 * static_cast<vtkIdType>(count));
-    const int xAxis = this->Where.XAxis;
-    const int yAxis = this->Where.YAxis;
-    const int normalAxis = this->Where.NormalAxis;
-    for (int n = 0; n < count; ++n, to += 3)
-    {
-      to[xAxis] = x + n * step;
-      to[yAxis] = y;
-      to[normalAxis] = this->Where.RecordedIndex;
-    }
+    this->Write(this->To, x, y, this->Index, count, step);
+    this->To += 3 * static_cast<vtkIdType>(count);
   }
 
-  bool IsUsable() const { return this->Data != nullptr; }
+  // The voxels become part of the record, and the room that they did not need is given back.
+  void End(vtkIdType count)
+  {
+    const vtkIdType used = this->Data->GetNumberOfTuples();
+    if (this->HasGrown)
+    {
+      this->Data->Resize(used + count);
+    }
+    this->Data->WritePointer(3 * used, 3 * count);
+  }
+
+  bool IsUsable() const { return this->Data && this->Write; }
 
 private:
   vtkDoubleArray* Data;
-  zvFloodFill::Slice Where;
+  PointWriter Write;
+  double Index;
+  double* To = nullptr;
+  bool HasGrown = false;
 };
 
 // A walk over the slice. Positions are columns and rows of the grid.
@@ -239,11 +335,13 @@ public:
     }
     this->SeedX = column;
     this->SeedY = row;
+    this->Record.Begin(static_cast<vtkIdType>(this->Voxels.Columns) * this->Voxels.Rows);
     this->EnterRight(column, row);
     while (!this->IsDone)
     {
       this->Continue();
     }
+    this->Record.End(this->Count);
     return true;
   }
 

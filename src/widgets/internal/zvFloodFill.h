@@ -43,9 +43,10 @@ struct Region
 };
 
 /// Fill from voxel (x, y) with \a value, written as C casts it to the scalar type, into component
-/// 0. \param record    each voxel written is appended as (i, j, k) in the order of visits; its
-/// points
-///                  must be double. Untouched when nothing is written.
+/// 0.
+/// \param record    each voxel written is appended as (i, j, k) in the order of visits; its points
+///                  must be double. Room for the whole slice is reserved meanwhile, which takes
+///                  memory only where it is used. Untouched when nothing is written.
 /// \param oldValue  receives the former value of the voxel visited last, as an int.
 /// \return the voxels written; Count 0 when the start is outside, holds the value already, or the
 /// image has no scalars of a type that can be filled.
