@@ -1,6 +1,7 @@
 #include "zvImagePlaneWidget.h"
 
 #include "zvBoxCut.h"
+#include "zvBoxCutter.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvImageGrid.h"
@@ -197,7 +198,7 @@ zvImagePlaneWidget::zvImagePlaneWidget()
   , MarginPolyData(vtkSmartPointer<vtkPolyData>::New())
   , MarginActor(vtkSmartPointer<vtkActor>::New())
   , CutPlane(vtkSmartPointer<vtkPlane>::New())
-  , Cutter(vtkSmartPointer<vtkCutter>::New())
+  , Cutter(vtkSmartPointer<zvBoxCutter>::New())
   , BoundsCube(vtkSmartPointer<vtkCubeSource>::New())
   , CutActor(vtkSmartPointer<vtkActor>::New())
 {
