@@ -95,6 +95,8 @@ void zvWidgets::SetInteraction(bool arg)
   {
     return;
   }
+  // Held, as an observer of EnableEvent may release the widget.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (arg)
   {
     this->AddObservers();

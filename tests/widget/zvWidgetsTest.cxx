@@ -8,6 +8,7 @@
 #include "vtkObjectFactory.h"
 #include "vtkSmartPointer.h"
 #include "vtkVersion.h"
+#include "vtkWeakPointer.h"
 
 #include <gtest/gtest.h>
 
@@ -229,6 +230,21 @@ TEST_F(ZvWidgets, InteractionOffDetachesWithoutAWordAndOnAttachesAgain)
   widget->SetInteraction(true);
   EXPECT_TRUE(this->IsAttached(widget));
   EXPECT_EQ(events.Count(vtkCommand::EnableEvent), 1);
+}
+
+TEST_F(ZvWidgets, AnObserverMayReleaseItWhileItIsAttached)
+{
+  EnabledWidget* widget = EnabledWidget::New();
+  widget->SetInteractor(this->Scene.Interactor());
+  widget->SetEnabled(1);
+  const vtkWeakPointer<EnabledWidget> watch = widget;
+  zvtest::EventRecorder events;
+  events.Watch(widget, { vtkCommand::EnableEvent },
+    [widget](const zvtest::RecordedEvent&) { widget->Delete(); });
+  widget->SetInteraction(true);
+  EXPECT_EQ(events.Count(vtkCommand::EnableEvent), 1);
+  EXPECT_EQ(watch, nullptr);
+  EXPECT_FALSE(this->Scene.Interactor()->HasObserver(vtkCommand::MouseMoveEvent));
 }
 
 TEST_F(ZvWidgets, RemoveObserversDetachesWithoutAWord)
