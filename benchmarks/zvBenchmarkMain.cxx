@@ -101,7 +101,7 @@ public:
   {
     // Others on the machine only ever add time, so where the columns disagree the lower quartile
     // and the fastest runs tell more than the medians.
-    std::printf("\n%-28s %-18s %9s  %-24s %9s %7s %9s %8s\n", "work/volume", "ours", "ms", "beside",
+    std::printf("\n%-36s %-18s %9s  %-24s %9s %7s %9s %8s\n", "work/volume", "ours", "ms", "beside",
       "ms", "ratio", "quartile", "fastest");
     for (const auto& [text, times] : this->Times)
     {
@@ -122,7 +122,7 @@ private:
       const Name other = ParseName(text);
       if (other.Work == ours.Work && other.Side != "zv")
       {
-        std::printf("%-28s %-18s %9.4f  %-24s %9.4f %7.2f %9.2f %8.2f\n", ours.Work.c_str(),
+        std::printf("%-36s %-18s %9.4f  %-24s %9.4f %7.2f %9.2f %8.2f\n", ours.Work.c_str(),
           ours.Class.c_str(), GetMedian(ourTimes), (other.Side + " " + other.Class).c_str(),
           GetMedian(times), GetRatio(ourTimes, times, 0.5), GetRatio(ourTimes, times, 0.25),
           GetRatio(ourTimes, times, 0.0));
@@ -140,7 +140,7 @@ private:
       const Name name = ParseName(text);
       if (name.Work.find("update_unchanged") == 0)
       {
-        std::printf("%-28s %-24s %9.1f ns, fastest %.1f ns\n", name.Work.c_str(),
+        std::printf("%-36s %-24s %9.1f ns, fastest %.1f ns\n", name.Work.c_str(),
           (name.Side + " " + name.Class).c_str(), nanosecondsPerMillisecond * GetMedian(times),
           nanosecondsPerMillisecond * GetQuantile(times, 0.0));
       }
