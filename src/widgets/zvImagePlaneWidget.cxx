@@ -210,8 +210,6 @@ zvImagePlaneWidget::zvImagePlaneWidget()
   this->PlaneSource->SetXResolution(1);
   this->PlaneSource->SetYResolution(1);
   this->Reslice->TransformInputSamplingOff();
-  // In single precision the cut at a face of the box misses it for many images, and with it the
-  // outline and the centring of the plane.
 
   this->GeneratePlaneOutline();
   this->GenerateTexturePlane();
@@ -430,7 +428,11 @@ void zvImagePlaneWidget::Disable()
   }
   this->TexturePlaneActor->PickableOff();
   this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
-  this->SetCurrentRenderer(nullptr);
+  // An observer may have enabled the widget again, and then it could not leave the view any more.
+  if (!this->Enabled)
+  {
+    this->SetCurrentRenderer(nullptr);
+  }
   this->Render();
 }
 
@@ -1805,8 +1807,8 @@ void zvImagePlaneWidget::SetPlaneOrientation(int i)
   const double farBound = this->ImageData->GetBounds()[2 * normal + 1];
   SetCorners(this->PlaneSource, zvReslicePlane::Across(normal, starts, stops, farBound));
   this->CutPlane->SetNormal(normal == 0, normal == 1, normal == 2);
-  this->Dimensions[0] = grid.Extent[2 * first + 1] - grid.Extent[2 * first];
-  this->Dimensions[1] = grid.Extent[2 * second + 1] - grid.Extent[2 * second];
+  this->Dimensions[0] = zvImageGrid::StepsAlong(grid.Extent, first);
+  this->Dimensions[1] = zvImageGrid::StepsAlong(grid.Extent, second);
   this->PlaneSource->GetCenter(this->RotationCenter);
   this->UpdatePlane();
   this->BuildRepresentation();
@@ -1963,7 +1965,7 @@ void zvImagePlaneWidget::UpdateNumberOfSlices()
   const int axis = this->PlaneOrientation;
   if (axis >= 0 && axis < Oblique)
   {
-    this->NumberOfSlices = grid.Extent[2 * axis + 1] - grid.Extent[2 * axis] + 1;
+    this->NumberOfSlices = zvImageGrid::StepsAlong(grid.Extent, axis) + 1;
     return;
   }
   const double* bounds = this->ImageData->GetBounds();
@@ -2052,7 +2054,7 @@ bool zvImagePlaneWidget::PushSteps(int steps, int index)
   }
   for (int taken = 0; taken != steps; taken += direction)
   {
-    const bool atEnd = direction > 0 ? index + 1 >= this->NumberOfSlices : index < 1;
+    const bool atEnd = direction > 0 ? index >= this->NumberOfSlices - 1 : index < 1;
     if (atEnd)
     {
       return false;

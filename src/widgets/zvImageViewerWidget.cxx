@@ -593,9 +593,9 @@ void zvImageViewerWidget::PlacePlaneAtFarBound()
   LayLine(
     this->SliceLine2Source, plane.Origin, plane.Point1, second, 0.5 * (low[second] + high[second]));
 
-  this->NumberOfSlices = grid.Extent[2 * normal + 1] - grid.Extent[2 * normal] + 1;
-  this->Dimensions[0] = grid.Extent[2 * first + 1] - grid.Extent[2 * first];
-  this->Dimensions[1] = grid.Extent[2 * second + 1] - grid.Extent[2 * second];
+  this->NumberOfSlices = zvImageGrid::StepsAlong(grid.Extent, normal) + 1;
+  this->Dimensions[0] = zvImageGrid::StepsAlong(grid.Extent, first);
+  this->Dimensions[1] = zvImageGrid::StepsAlong(grid.Extent, second);
 }
 
 void zvImageViewerWidget::UpdatePlacement()
@@ -687,6 +687,7 @@ void zvImageViewerWidget::FitLines()
   across->SetOrigin(this->RotationCenter);
   across->SetNormal(this->LineNormal1);
   vtkNew<vtkCutter> cutter;
+  zvBoxCut::ExpectFewPoints(cutter);
   cutter->SetInputData(this->PlaneOutlinePolyData);
   cutter->SetCutFunction(across);
   cutter->Update();
@@ -958,6 +959,7 @@ void zvImageViewerWidget::AdjustCross(int X, int Y)
   vtkNew<vtkPlane> across;
   across->SetOrigin(q);
   vtkNew<vtkCutter> cutter;
+  zvBoxCut::ExpectFewPoints(cutter);
   cutter->SetInputConnection(this->BoundsCube->GetOutputPort());
   cutter->SetCutFunction(across);
 

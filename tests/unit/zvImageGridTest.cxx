@@ -102,6 +102,22 @@ TEST_F(ImageGrid, AnExtentIsEmptyIfAnyAxisIs)
     "Invalid extent [0, -1, 2, 3, -4, 5]. Perhaps the input data is empty?");
 }
 
+TEST_F(ImageGrid, StepsAlongAnAxisAreOneLessThanItsVoxels)
+{
+  const int extent[6] = { 3, 3, -2, 5, 0, -1 };
+  EXPECT_EQ(zvImageGrid::StepsAlong(extent, 0), 0);
+  EXPECT_EQ(zvImageGrid::StepsAlong(extent, 1), 7);
+  EXPECT_EQ(zvImageGrid::StepsAlong(extent, 2), -1);
+}
+
+TEST_F(ImageGrid, StepsBeyondAnIntEndAtItsLimits)
+{
+  const int extent[6] = { -2000000000, 2000000000, 2000000000, -2000000000, -1, 2147483647 };
+  EXPECT_EQ(zvImageGrid::StepsAlong(extent, 0), 2147483646);
+  EXPECT_EQ(zvImageGrid::StepsAlong(extent, 1), -2147483647 - 1);
+  EXPECT_EQ(zvImageGrid::StepsAlong(extent, 2), 2147483646);
+}
+
 TEST_F(ImageGrid, ARefusedDirectionIsToldWithWhatFollows)
 {
   EXPECT_EQ(zvImageGrid::DirectionText("mask", "the mask is not shown"),

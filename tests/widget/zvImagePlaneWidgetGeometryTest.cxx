@@ -621,6 +621,19 @@ TEST_F(ImagePlaneGeometry, PushByACountGoesForwardOneMoreThanAskedByDesign)
   }
 }
 
+TEST_F(ImagePlaneGeometry, APlaneFartherOutThanIndicesReachIsBroughtBackAndNotPushed)
+{
+  this->Place(this->Cube(10), 2);
+  this->Widget->SetOrigin(0, 0, 1e12);
+  this->Widget->SetPoint1(9, 0, 1e12);
+  this->Widget->SetPoint2(0, 9, 1e12);
+  double from[3] = { 0, 0, 0 }, to[3] = { 0, 0, 1 };
+  // Its outline still touches the image, so nothing but its index holds it back.
+  this->Widget->PlaneOutlinePolyData->GetPoints()->SetPoint(0, 0, 0, 5);
+  this->Widget->Push(from, to);
+  EXPECT_EQ(this->Height(), 9.0);
+}
+
 TEST_F(ImagePlaneGeometry, PushByACountStopsAtTheEnd)
 {
   this->Place(this->Cube(10), 2);

@@ -515,6 +515,29 @@ TEST_F(ImagePlaneEnabling, TakenOffItsInteractorItIsDisabled)
   EXPECT_EQ(this->PropsInView(), this->Shown);
 }
 
+TEST_F(ImagePlaneEnabling, EnabledAgainByAnObserverOfItsDisablingItCanStillLeaveTheView)
+{
+  this->Place(this->Cube(5), 2);
+  this->Enable();
+  bool first = true;
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Widget.get(), { vtkCommand::DisableEvent },
+    [&](const zvtest::RecordedEvent&)
+    {
+      if (std::exchange(first, false))
+      {
+        this->Widget->SetEnabled(1);
+      }
+    });
+  this->Widget->SetEnabled(0);
+  EXPECT_EQ(this->Widget->GetEnabled(), 1);
+  EXPECT_EQ(this->Widget->GetCurrentRenderer(), this->Scene.Renderer());
+  EXPECT_EQ(this->PropsInView(), this->Shown);
+  this->Widget->SetEnabled(0);
+  EXPECT_EQ(this->Widget->GetEnabled(), 0);
+  EXPECT_TRUE(this->PropsInView().empty());
+}
+
 TEST_F(ImagePlaneEnabling, ItMayBeDeletedFromItsOwnEnableEvents)
 {
   for (unsigned long event : { vtkCommand::EnableEvent, vtkCommand::DisableEvent })

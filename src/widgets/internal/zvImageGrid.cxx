@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 namespace
 {
@@ -79,6 +80,13 @@ std::string zvImageGrid::EmptyExtentText(const int extent[6])
     text += ", " + std::to_string(extent[i]);
   }
   return text + "]. Perhaps the input data is empty?";
+}
+
+int zvImageGrid::StepsAlong(const int extent[6], int axis)
+{
+  const long long steps = static_cast<long long>(extent[2 * axis + 1]) - extent[2 * axis];
+  return static_cast<int>(std::clamp<long long>(
+    steps, std::numeric_limits<int>::min(), std::numeric_limits<int>::max() - 1));
 }
 
 bool zvImageGrid::HasVoxels(vtkImageData* image)

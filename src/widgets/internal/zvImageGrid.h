@@ -33,6 +33,11 @@ std::string DirectionText(const std::string& what, const std::string& consequenc
 bool IsEmpty(const int extent[6]);
 std::string EmptyExtentText(const int extent[6]);
 
+/// How many steps it is from the first to the last voxel along an axis of an extent: one less than
+/// there are voxels. Extents that reach further than an int counts end at its limits, with room for
+/// one more.
+int StepsAlong(const int extent[6], int axis);
+
 /// Whether \a image has scalars for at least one voxel; without them it cannot be drawn.
 bool HasVoxels(vtkImageData* image);
 
