@@ -114,6 +114,12 @@ TEST(ObliqueSlices, StepsTooSmallToMoveACornerStillEnd)
   EXPECT_LE(zvObliqueSlices::StepsUntilClear(Across(20.0), step, Box), 2);
 }
 
+TEST(ObliqueSlices, NoCountIsLongerThanADragCanWaitFor)
+{
+  EXPECT_EQ(Count(Across(0.0), 0.0, 0.0, 1e-3), 9001);
+  EXPECT_EQ(Count(Across(0.0), 0.0, 0.0, 1e-9), 100000);
+}
+
 TEST(ObliqueSlices, APolygonOrABoxThatIsNoneEndsTheCount)
 {
   Polygon polygon = Across(4.5);

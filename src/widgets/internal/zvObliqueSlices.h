@@ -30,7 +30,9 @@ bool Touches(const Polygon& polygon, const double bounds[6]);
 /// MaximumSteps.
 int StepsUntilClear(const Polygon& polygon, const double step[3], const double bounds[6]);
 
-constexpr int MaximumSteps = 1000000;
+/// Far more slices than an image has, and few enough to be counted while the user drags: spacings
+/// that differ by a factor of a million are a mistake in the image, not a reason to stand still.
+constexpr int MaximumSteps = 100000;
 
 /// The whole steps of a drag by \a distance: a step a millimetre, and one for any motion at all.
 /// 0 for 0 and for what is not a number.
