@@ -18,8 +18,11 @@ void zvBoxCut::Connect(
   cube->SetOutputPointsPrecision(vtkAlgorithm::DOUBLE_PRECISION);
   cutter->SetInputConnection(cube->GetOutputPort());
   cutter->SetCutFunction(plane);
-  // A box has so few points that clearing the default locator's buckets would take four times as
-  // long as the cut itself, at every step of a slice.
+  ExpectFewPoints(cutter);
+}
+
+void zvBoxCut::ExpectFewPoints(vtkCutter* cutter)
+{
   vtkNew<vtkMergePoints> fewBuckets;
   fewBuckets->AutomaticOff();
   fewBuckets->SetDivisions(2, 2, 2);
