@@ -687,7 +687,6 @@ void zvImageViewerWidget::FitLines()
   across->SetOrigin(this->RotationCenter);
   across->SetNormal(this->LineNormal1);
   vtkNew<vtkCutter> cutter;
-  zvBoxCut::ExpectFewPoints(cutter);
   cutter->SetInputData(this->PlaneOutlinePolyData);
   cutter->SetCutFunction(across);
   cutter->Update();
@@ -959,7 +958,6 @@ void zvImageViewerWidget::AdjustCross(int X, int Y)
   vtkNew<vtkPlane> across;
   across->SetOrigin(q);
   vtkNew<vtkCutter> cutter;
-  zvBoxCut::ExpectFewPoints(cutter);
   cutter->SetInputConnection(this->BoundsCube->GetOutputPort());
   cutter->SetCutFunction(across);
 
