@@ -7,6 +7,7 @@
 #include "zvImageGrid.h"
 #include "zvNumbers.h"
 #include "zvObliqueSlices.h"
+#include "zvOutlineCut.h"
 #include "zvPick.h"
 #include "zvReslicePlane.h"
 #include "zvSliceColorMap.h"
@@ -48,6 +49,7 @@
 #include "vtkTransform.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -118,15 +120,14 @@ void LayLine(vtkLineSource* line, const double from[3], const double to[3], cons
 }
 
 // Take the ends of a line from two points of a cut, if the cut has any.
-void FitLine(vtkCutter* cutter, vtkLineSource* line, vtkIdType first, vtkIdType second)
+void FitLine(const std::vector<std::array<double, 3>>& cut, vtkLineSource* line, std::size_t first,
+  std::size_t second)
 {
-  vtkPolyData* cut = cutter->GetOutput();
-  if (cut->GetNumberOfPoints() < 2)
+  if (cut.size() >= 2)
   {
-    return;
+    line->SetPoint1(cut[first].data());
+    line->SetPoint2(cut[second].data());
   }
-  line->SetPoint1(cut->GetPoint(first));
-  line->SetPoint2(cut->GetPoint(second));
 }
 
 zvReslicePlane::Corners CornersOf(vtkPlaneSource* source)
@@ -683,17 +684,11 @@ void zvImageViewerWidget::SampleThroughPlane(
 // their cuts in opposite order, so that both run the way of the plane's axes.
 void zvImageViewerWidget::FitLines()
 {
-  vtkNew<vtkPlane> across;
-  across->SetOrigin(this->RotationCenter);
-  across->SetNormal(this->LineNormal1);
-  vtkNew<vtkCutter> cutter;
-  cutter->SetInputData(this->PlaneOutlinePolyData);
-  cutter->SetCutFunction(across);
-  cutter->Update();
-  FitLine(cutter, this->SliceLine1Source, 1, 0);
-  across->SetNormal(this->LineNormal2);
-  cutter->Update();
-  FitLine(cutter, this->SliceLine2Source, 0, 1);
+  vtkPolyData* outline = this->PlaneOutlinePolyData;
+  FitLine(zvOutlineCut::FindPoints(outline, this->RotationCenter, this->LineNormal1),
+    this->SliceLine1Source, 1, 0);
+  FitLine(zvOutlineCut::FindPoints(outline, this->RotationCenter, this->LineNormal2),
+    this->SliceLine2Source, 0, 1);
 }
 
 //------------------------------------------------------------------------------
@@ -958,6 +953,7 @@ void zvImageViewerWidget::AdjustCross(int X, int Y)
   vtkNew<vtkPlane> across;
   across->SetOrigin(q);
   vtkNew<vtkCutter> cutter;
+  zvBoxCut::ExpectFewPoints(cutter);
   cutter->SetInputConnection(this->BoundsCube->GetOutputPort());
   cutter->SetCutFunction(across);
 
