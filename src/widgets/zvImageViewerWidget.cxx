@@ -1,6 +1,7 @@
 #include "zvImageViewerWidget.h"
 
 #include "zvBoxCut.h"
+#include "zvBoxCutter.h"
 #include "zvCollections.h"
 #include "zvEvents.h"
 #include "zvFloodFill.h"
@@ -189,6 +190,7 @@ double Distance(const double a[3], const double b[3])
 
 //------------------------------------------------------------------------------
 zvImageViewerWidget::zvImageViewerWidget()
+  : BoxCutter(vtkSmartPointer<zvBoxCutter>::New())
 {
   this->EventCallbackCommand->SetCallback(zvImageViewerWidget::ProcessEvents);
   this->KeyPressCallbackCommand->SetCallback(zvImageViewerWidget::ProcessKeys);

@@ -419,7 +419,7 @@ protected:
   bool ModeResetMarker = true;
   int ImageResolutionFactor = 1;
   vtkNew<vtkPlane> CutPlane;
-  vtkNew<vtkCutter> BoxCutter;
+  vtkSmartPointer<vtkCutter> BoxCutter;
   vtkNew<vtkCubeSource> BoundsCube;
   vtkNew<vtkActor> BoxOutlineActor;
   double LineNormal1[3] = { 0.0, 0.0, 0.0 };
