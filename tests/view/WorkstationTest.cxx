@@ -673,13 +673,18 @@ TEST_F(WorkstationProgram, ATourWritesADifferentPictureOfEveryStation)
   {
     prefixes += "mri";
   }
-  EXPECT_EQ(QDir(folder).entryList({ "*.png" }).size(), 9 * prefixes.size());
+  // Only the example has a mask.
+  EXPECT_EQ(QDir(folder).entryList({ "*.png" }).size(), prefixes.size() == 2 ? 17 : 8);
   std::vector<QImage> pictures;
   for (const QString& prefix : prefixes)
   {
     for (const QString name : { "at-rest", "slice-dragged", "voxel-read", "window-level", "oblique",
            "cross-dragged", "line-turned", "mask", "filled" })
     {
+      if (name == "mask" && prefix == "phantom")
+      {
+        continue;
+      }
       const QImage picture(QDir(folder).filePath(prefix + "-" + name + ".png"));
       EXPECT_GE(picture.width(), 1000) << name.toStdString();
       for (const QImage& other : pictures)

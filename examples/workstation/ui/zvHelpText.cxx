@@ -11,7 +11,7 @@ struct Gesture
 };
 
 constexpr Gesture LegendGestures[] = {
-  { "Left", "move the cross, turn a line" },
+  { "Left", "move the cross, turn it" },
   { "Right", "window and level" },
   { "Wheel", "next slice" },
   { "Double click", "one view, all views" },

@@ -111,8 +111,13 @@ bool zvTour::VisitAll(const QString& prefix)
     { "oblique", &zvTour::TurnPlanes }, { "cross-dragged", &zvTour::DragCross },
     { "line-turned", &zvTour::TurnLine }, { "mask", &zvTour::ShowMask },
     { "filled", &zvTour::PaintAndFill } };
+  const bool hasMask = this->Window.GetEditBar()->GetMaskAction()->isEnabled();
   for (const Station& station : stations)
   {
+    if (station.Visit == &zvTour::ShowMask && !hasMask)
+    {
+      continue;
+    }
     if (station.Visit != nullptr)
     {
       (this->*station.Visit)();
@@ -211,25 +216,27 @@ void zvTour::ShowMask()
 {
   this->Tidy();
   zvEditBar* edit = this->Window.GetEditBar();
-  if (edit->GetMaskAction()->isEnabled())
-  {
-    edit->GetMaskAction()->setChecked(true);
-    edit->GetOpacitySlider()->setValue(45);
-  }
+  edit->GetMaskAction()->setChecked(true);
+  edit->GetOpacitySlider()->setValue(45);
   zvViewHand hand(this->Window.GetViews()->GetSliceView(2));
   hand.MoveTo(hand.Part(-0.12, 0.2));
 }
 
-// A ring is painted in the axial view and filled, darker than the tissue around it; then the cross
-// goes there, so that the other views cut it too.
+// A ring is painted in the axial view and filled, in contrast to the tissue around it; then the
+// cross goes there, so that the other views cut it too.
 void zvTour::PaintAndFill()
 {
+  this->Tidy();
   zvEditBar* edit = this->Window.GetEditBar();
   edit->GetMaskAction()->setChecked(false);
+  zvSliceView* view = this->Window.GetViews()->GetSliceView(2);
+  zvViewHand hand(view);
+  hand.MoveTo(hand.Part(0.14, 0.1));
+  const zvWindowValues value = this->Window.GetView()->GetWindowLevel();
+  const bool isBright = view->GetViewer()->GetCurrentImageValue() > value.Level;
   edit->GetValueBox()->setValue(
-    static_cast<int>(0.6 * this->Window.GetView()->GetWindowLevel().Level));
+    static_cast<int>(value.Level + (isBright ? -0.35 : 0.35) * value.Window));
   edit->GetPaintAction()->setChecked(true);
-  zvViewHand hand(this->Window.GetViews()->GetSliceView(2));
   constexpr int steps = 400;
   constexpr double fullCircle = 6.283185307179586;
   const auto onRing = [&hand](int step)

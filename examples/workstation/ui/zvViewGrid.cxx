@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
+#include <QMouseEvent>
 #include <QVBoxLayout>
 
 #include "vtkDataArray.h"
@@ -109,6 +110,12 @@ bool zvViewGrid::eventFilter(QObject* watched, QEvent* event)
   const bool isUse = event->type() == QEvent::MouseButtonPress ||
     event->type() == QEvent::KeyPress || event->type() == QEvent::Wheel ||
     event->type() == QEvent::FocusIn;
+  // A press empties the viewer's record of the fill; a fill begins a new one.
+  if (watched == this->Filled && event->type() == QEvent::MouseButtonPress &&
+    static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+  {
+    this->ForgetFill();
+  }
   if (isUse)
   {
     this->Activate(static_cast<zvQVTKWidget*>(watched));
@@ -177,9 +184,19 @@ void zvViewGrid::ToggleMaximised(zvQVTKWidget* view)
 {
   const zvOneRender render(this->Group);
   this->Maximised = this->Maximised == nullptr ? view : nullptr;
-  for (zvQVTKWidget* one : this->GetViews())
+  const auto views = this->GetViews();
+  const auto found = std::find(views.begin(), views.end(), this->Maximised);
+  const int place = found == views.end() ? -1 : static_cast<int>(found - views.begin());
+  for (zvQVTKWidget* one : views)
   {
-    this->FrameOf(one)->setVisible(this->Maximised == nullptr || this->Maximised == one);
+    this->FrameOf(one)->setVisible(place < 0 || this->Maximised == one);
+  }
+  // An empty row or column would keep its share.
+  auto* grid = static_cast<QGridLayout*>(this->layout());
+  for (int line = 0; line < 2; ++line)
+  {
+    grid->setRowStretch(line, place < 0 || place / 2 == line ? 1 : 0);
+    grid->setColumnStretch(line, place < 0 || place % 2 == line ? 1 : 0);
   }
   this->RenderAll();
 }
@@ -244,10 +261,6 @@ void zvViewGrid::TakeWrites(zvSliceView* view, bool byFill)
   {
     this->Filled = view;
     emit fillChanged(true);
-  }
-  else if (this->Filled == view)
-  {
-    this->ForgetFill(); // the press of the brush has emptied the viewer's record
   }
   this->TellVoxelsChanged();
 }

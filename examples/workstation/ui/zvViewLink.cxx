@@ -138,29 +138,29 @@ bool zvViewLink::TakeSteps(int view)
 {
   zvImageViewerWidget* viewer = this->Viewers[At(view)];
   const int* axes = LineAxes[view];
-  int index[2], steps[2];
+  int index[2], unread[2];
   viewer->GetCrossIndex(index);
-  viewer->GetSlicesMovement(steps);
-  bool isNew = false;
+  const int known[2] = { this->CrossSteps[At(axes[0])], this->CrossSteps[At(axes[1])] };
+  if (index[0] == known[0] && index[1] == known[1])
+  {
+    return false; // the movement that the viewer tells was read before
+  }
+  viewer->GetSlicesMovement(unread);
   for (int line = 0; line < 2; ++line)
   {
-    const int axis = axes[line];
-    const int unread = index[line] - this->CrossSteps[At(axis)];
-    if (unread == 0)
-    {
-      continue; // these steps were read before, or there were none
-    }
-    isNew = true;
-    // The steps of the last move, unless it came without its event.
-    const int taken = this->Shorten(axis, unread == steps[line] ? steps[line] : unread);
-    this->MoveCross(axis, taken);
-    this->MovePlane(axis, taken);
+    const int missed = index[line] - known[line] - unread[line]; // in moves without their event
+    unread[line] += missed;
   }
-  if (isNew)
+  // Twice, as one line may have to make room for the other.
+  for (int line : { 0, 1, 0 })
   {
-    this->ShowCross();
+    const int taken = this->Shorten(axes[line], unread[line]);
+    unread[line] -= taken;
+    this->MoveCross(axes[line], taken);
+    this->MovePlane(axes[line], taken);
   }
-  return isNew;
+  this->ShowCross();
+  return true;
 }
 
 bool zvViewLink::TakeTurn(int view)
@@ -185,12 +185,12 @@ bool zvViewLink::TakeTurn(int view)
 void zvViewLink::TurnOthers(int view, double degrees)
 {
   Vector normal = this->GetNormal(view);
-  this->CountObliqueSlices(view);
+  this->FreeObliqueSlices(view);
   for (int axis : LineAxes[view])
   {
     this->Viewers[At(axis)]->Rotate(degrees, normal.data(), this->Cross.data());
     TurnVector(degrees, normal.data(), this->Ups[At(axis)].data());
-    this->CountObliqueSlices(axis);
+    this->FreeObliqueSlices(axis);
     this->VolumeView->TurnPlane(axis, degrees, normal, this->Cross);
   }
   this->VolumeView->TellSlices();
@@ -202,11 +202,22 @@ void zvViewLink::HandlePlaneDragged(int axis, int steps)
   {
     return;
   }
-  zvImageViewerWidget* viewer = this->Viewers[At(axis)];
-  viewer->SetSliceIndex(viewer->GetSliceIndex() + steps);
-  this->MoveCross(axis, steps);
+  const int taken = this->Shorten3D(axis, steps);
+  this->MoveViewer(axis, taken);
+  this->MoveCross(axis, taken);
   this->ShowCross();
   emit moved();
+}
+
+// The 3D view lets a plane be dragged out of the volume; it is brought back as far.
+int zvViewLink::Shorten3D(int axis, int steps)
+{
+  const int taken = this->Shorten(axis, steps);
+  if (taken != steps)
+  {
+    this->VolumeView->SetSlice(axis, this->VolumeView->GetSlice(axis) - steps + taken);
+  }
+  return taken;
 }
 
 void zvViewLink::Step(int axis, int steps)
@@ -242,7 +253,7 @@ void zvViewLink::Turn(double degrees, const Vector& direction)
     Vector axis = direction;
     this->Viewers[At(view)]->Rotate(degrees, axis.data(), this->Cross.data());
     TurnVector(degrees, direction.data(), this->Ups[At(view)].data());
-    this->CountObliqueSlices(view);
+    this->FreeObliqueSlices(view);
   }
   this->VolumeView->TurnPlanes(degrees, direction, this->Cross);
   this->RememberDirections();
@@ -285,12 +296,25 @@ void zvViewLink::MovePlane(int axis, int steps)
   {
     return;
   }
-  zvImageViewerWidget* viewer = this->Viewers[At(axis)];
-  viewer->SetSliceIndex(viewer->GetSliceIndex() + steps);
+  this->MoveViewer(axis, steps);
   // Near the end of its count an oblique plane of the 3D view may stand beyond it.
   const int last = this->VolumeView->GetSliceCount(axis) - 1;
   this->VolumeView->SetSlice(axis, std::min(this->VolumeView->GetSlice(axis), last) + steps);
   this->VolumeView->TellSlices();
+}
+
+void zvViewLink::MoveViewer(int axis, int steps)
+{
+  // What the viewer counts for a tilted plane that misses the volume, as one through a corner may
+  // by rounding. From there it can go down by one at a time only.
+  constexpr int beside = 1;
+  zvImageViewerWidget* viewer = this->Viewers[At(axis)];
+  while (steps < 0 && viewer->GetPlaneOrientation() == 3 && viewer->GetSliceIndex() == beside)
+  {
+    viewer->SetSliceIndex(0);
+    ++steps;
+  }
+  viewer->SetSliceIndex(viewer->GetSliceIndex() + steps);
 }
 
 void zvViewLink::MoveCross(int axis, int steps)
@@ -315,43 +339,38 @@ void zvViewLink::ShowCross()
   }
 }
 
-// How far, in steps, a plane may go down and up so that all views can show it.
+// As many of these steps as keep the cross in the volume, and so in touch with it all planes
+// through the cross, however they are turned next.
 int zvViewLink::Shorten(int axis, int steps) const
 {
   constexpr double rounding = 1.0e-6; // a part of a step
+  constexpr double square = 1.0e-6;   // less is no way towards a face
   const Vector normal = this->GetNormal(axis);
-  const double place = vtkMath::Dot(normal.data(), this->Cross.data());
-  const std::array<double, 2> reach = this->GetReach(axis);
   const double length = this->GetStepLength(axis);
-  const int down = -static_cast<int>(std::floor((place - reach[0]) / length + rounding));
-  int up = static_cast<int>(std::floor((reach[1] - place) / length + rounding));
-  const int left = this->VolumeView->GetSliceCount(axis) - 1 - this->VolumeView->GetSlice(axis);
-  up = std::min(up, std::max(left, 0));
-  return std::max(std::min(steps, std::max(up, 0)), std::min(down, 0));
-}
-
-// The lowest and the highest place of the volume along a plane's normal.
-std::array<double, 2> zvViewLink::GetReach(int axis) const
-{
-  const Vector normal = this->GetNormal(axis);
   const double* bounds = this->Image->GetBounds();
-  std::array<double, 2> reach{ { 0.0, 0.0 } };
+  const int left = this->VolumeView->GetSliceCount(axis) - 1 - this->VolumeView->GetSlice(axis);
+  int down = steps, up = std::min(steps, std::max(left, 0));
   for (int i = 0; i < 3; ++i)
   {
-    const double low = normal[At(i)] * bounds[2 * i], high = normal[At(i)] * bounds[2 * i + 1];
-    reach[0] += std::min(low, high);
-    reach[1] += std::max(low, high);
+    const double way = normal[At(i)] * length;
+    if (std::fabs(normal[At(i)]) > square)
+    {
+      const double one = (bounds[2 * i] - this->Cross[At(i)]) / way;
+      const double other = (bounds[2 * i + 1] - this->Cross[At(i)]) / way;
+      down = std::max(down, static_cast<int>(std::ceil(std::min(one, other) - rounding)));
+      up = std::min(up, static_cast<int>(std::floor(std::max(one, other) + rounding)));
+    }
   }
-  return reach;
+  return steps > 0 ? std::max(up, 0) : std::min(down, 0);
 }
 
-// The viewer leaves the count of an oblique plane to its host: two more than fit into the volume,
-// as it counts the first place outside and begins with 1.
-void zvViewLink::CountObliqueSlices(int view)
+// The viewer leaves the count of an oblique plane to its host, and clamps to it. Here Shorten sees
+// to the ends of the volume, so the viewer is given more than any plane can have: its own way of
+// counting may take some places beyond the volume for places in it.
+void zvViewLink::FreeObliqueSlices(int view)
 {
-  const std::array<double, 2> reach = this->GetReach(view);
-  const double fit = std::floor((reach[1] - reach[0]) / this->GetStepLength(view));
-  this->Viewers[At(view)]->SetNumberOfSlices(static_cast<int>(fit) + 3);
+  constexpr int plenty = 1 << 20;
+  this->Viewers[At(view)]->SetNumberOfSlices(plenty);
 }
 
 void zvViewLink::SetResolutionOfOthers(int view, int factor)

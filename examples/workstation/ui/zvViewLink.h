@@ -31,8 +31,8 @@ class zvVolumeView;
 /// read is known by the viewer's cross index and by the direction of its plane, so each step is
 /// taken once.
 ///
-/// Planes stay in touch with the volume: a step that would leave it is shortened, in the view
-/// that it was made in too. Nothing here renders except the 3D view; moved tells who has to.
+/// The cross stays in the volume: a step that would take it out is shortened, in the view that it
+/// was made in too. Nothing here renders except the 3D view; moved tells who has to.
 class zvViewLink : public QObject
 {
   Q_OBJECT
@@ -85,15 +85,16 @@ private:
   void TurnOthers(int view, double degrees);
   void MovePlane(int axis, int steps);
   void MoveCross(int axis, int steps);
+  void MoveViewer(int axis, int steps);
   int Shorten(int axis, int steps) const;
+  int Shorten3D(int axis, int steps);
   void ShowCross();
   void PutPlanesUpright();
   void RememberDirections();
-  void CountObliqueSlices(int view);
+  void FreeObliqueSlices(int view);
   void SetResolutionOfOthers(int view, int factor);
   Vector GetDirection(int view) const;
   double GetStepLength(int axis) const;
-  std::array<double, 2> GetReach(int axis) const;
 
   std::array<vtkWeakPointer<zvImageViewerWidget>, 3> Viewers;
   zvVolumeView* VolumeView;

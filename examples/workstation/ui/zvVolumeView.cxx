@@ -248,11 +248,19 @@ void zvVolumeView::TurnPlane(
   {
     return;
   }
-  using Turn = void (zvImage3DPlanes::*)(double, double*, double*);
-  constexpr Turn turns[3] = { &zvImage3DPlanes::RotateX, &zvImage3DPlanes::RotateY,
-    &zvImage3DPlanes::RotateZ };
   Vector about = direction, middle = center;
-  (this->Planes->*turns[axis])(degrees, about.data(), middle.data());
+  switch (axis)
+  {
+    case 0:
+      this->Planes->RotateX(degrees, about.data(), middle.data());
+      break;
+    case 1:
+      this->Planes->RotateY(degrees, about.data(), middle.data());
+      break;
+    default:
+      this->Planes->RotateZ(degrees, about.data(), middle.data());
+      break;
+  }
   this->interactor()->Render();
 }
 
