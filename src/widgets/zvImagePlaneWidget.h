@@ -429,7 +429,9 @@ public:
   /// VTK errors: "Invalid extent [...]. Perhaps the input data is empty?" for an image without
   /// voxels, and it goes on; "Invalid X extent: " or "Invalid Y extent: " and the number for a
   /// plane of more than 1073741823 voxels across (or of a size that is no number), which then shows
-  /// nothing; and the one of SetInput for a direction that changed upstream.
+  /// nothing; "The plane is too large to be shown: " and the samples along both axes for more than
+  /// 2^28 in all, which shows nothing either; and the one of SetInput for a direction that changed
+  /// upstream.
   void UpdatePlane();
 
   /// The interaction state, a WidgetState.

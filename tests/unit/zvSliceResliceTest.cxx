@@ -491,6 +491,33 @@ TEST_F(SliceReslice, ATouchOfTheAxesSamplesPaintedVoxelsAnew)
   EXPECT_EQ(quick->GetOutput()->GetScalarComponentAsDouble(2, 5, 0, 0), 1234.0);
 }
 
+TEST_F(SliceReslice, ASliceThatNoViewHasRoomForStaysEmpty)
+{
+  SliceCase slice;
+  slice.Volume->SetDimensions(4, 4, 4);
+  slice.Volume->AllocateScalars(VTK_SHORT, 1);
+  vtkNew<zvSliceReslice> quick;
+  slice.ApplyTo(quick);
+  quick->SetOutputExtent(0, 131071, 0, 131071, 0, 0);
+  quick->Update();
+  EXPECT_EQ(quick->GetOutput()->GetNumberOfPoints(), 0);
+  quick->SetOutputExtent(0, 3, 0, 3, 0, 0);
+  quick->Update();
+  EXPECT_EQ(quick->GetOutput()->GetNumberOfPoints(), 16);
+}
+
+TEST_F(SliceReslice, TheLargestSliceIsSixteenThousandPixelsSquare)
+{
+  const int largest[6] = { 0, 16383, 5, 16388, 2, 2 };
+  const int larger[6] = { 0, 16384, 5, 16388, 2, 2 };
+  const int empty[6] = { 0, -1, 0, 1073741823, 0, 0 };
+  const int widest[6] = { -2147483647, 2147483647, 0, 0, 0, 0 };
+  EXPECT_FALSE(zvSliceReslice::IsTooLarge(largest));
+  EXPECT_TRUE(zvSliceReslice::IsTooLarge(larger));
+  EXPECT_FALSE(zvSliceReslice::IsTooLarge(empty));
+  EXPECT_TRUE(zvSliceReslice::IsTooLarge(widest));
+}
+
 TEST_F(SliceReslice, AnObserverOfProgressHearsOfRows)
 {
   Dice dice(9);

@@ -387,6 +387,23 @@ TEST_F(ImagePlanePicture, DetachingTakesThePictureAwayWithoutAMessage)
   EXPECT_TRUE(ShowsEntry(this->Scene.ColorAt({ { 3, 5, 16 } }), 50));
 }
 
+TEST_F(ImagePlanePicture, APlaneThatNoViewHasRoomForIsNotShownAndSaysSo)
+{
+  this->Place(this->Cube(5), 2);
+  this->Enable();
+  const int dimensions[2] = { this->Widget->Dimensions[0], this->Widget->Dimensions[1] };
+  this->Widget->SetDimensions(100000, 100000);
+  this->ExpectVtkError("zvImagePlaneWidget", "vtkPolyDataSourceWidget", this->Widget.get(),
+    "The plane is too large to be shown: 131072 by 131072 samples");
+  this->Scene.Render();
+  this->Widget->SetDimensions(dimensions[0], dimensions[1]);
+  this->Widget->SetPlaneOrientation(2);
+  this->Widget->SetSliceIndex(2);
+  this->Scene.ResetCamera();
+  this->Scene.Render();
+  EXPECT_FALSE(this->Scene.ColorAt({ { 3, 3, 2 } }).IsNear(zvtest::Color::Grey(0), 2));
+}
+
 TEST_F(ImagePlanePicture, ATurnedImageIsNotShown)
 {
   this->ShowHalves(2);

@@ -69,7 +69,23 @@ int zvSliceReslice::RequestInformation(
     // Minus one leaves the number of components as it is.
     vtkDataObject::SetPointDataActiveScalarInfo(output, VTK_DOUBLE, -1);
   }
+  if (IsTooLarge(this->OutputExtent))
+  {
+    const int empty[6] = { 0, -1, 0, -1, 0, 0 };
+    output->Set(vtkStreamingDemandDrivenPipeline::WHOLE_EXTENT(), empty, 6);
+  }
   return done;
+}
+
+//------------------------------------------------------------------------------
+bool zvSliceReslice::IsTooLarge(const int extent[6])
+{
+  double pixels = 1.0;
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    pixels *= std::max(static_cast<double>(extent[2 * axis + 1]) - extent[2 * axis] + 1.0, 0.0);
+  }
+  return pixels > 268435456.0;
 }
 
 //------------------------------------------------------------------------------

@@ -14,12 +14,16 @@ class vtkDataArray;
 /// scalars, which it does not survive either, gives a slice of zeros. Two cases which the
 /// stock class does not survive are sampled as any others: axes one of which is zero, and cubic
 /// samples of a volume of two or three voxels along an axis on which its extent does not start at
-/// 0.
+/// 0. A slice that is too large for any view stays empty, without a word: its memory would be asked
+/// for all the same, and the process would end.
 class zvSliceReslice : public vtkImageReslice
 {
 public:
   static zvSliceReslice* New();
   vtkTypeMacro(zvSliceReslice, vtkImageReslice)
+
+  /// Whether an output extent has more pixels than a texture can (2^28, 16384 by 16384).
+  static bool IsTooLarge(const int extent[6]);
 
   zvSliceReslice(const zvSliceReslice&) = delete;
   zvSliceReslice& operator=(const zvSliceReslice&) = delete;
