@@ -1725,8 +1725,8 @@ void zvImagePlaneWidget::SampleReslice(double axis1[3], double axis2[3], const d
   zvReslicePlane::SetOutput(x, y, 1, this->Reslice);
   if (zvSliceReslice::IsTooLarge(this->Reslice->GetOutputExtent()))
   {
-    vtkErrorMacro("The plane is too large to be shown: " << x.Extent << " by " << y.Extent
-                                                         << " samples");
+    vtkErrorMacro(
+      "The plane is too large to be shown: " << x.Extent << " by " << y.Extent << " samples");
   }
 }
 
