@@ -15,7 +15,8 @@ void Connect(
   const double bounds[6], vtkCubeSource* cube, vtkImplicitFunction* plane, vtkCutter* cutter);
 
 /// Let \a cutter keep its points in a locator for few of them. Clearing the buckets of the default
-/// one would take four times as long as the cut of a box or of an outline, at every step of a slice.
+/// one would take four times as long as the cut of a box or of an outline, at every step of a
+/// slice.
 void ExpectFewPoints(vtkCutter* cutter);
 
 /// Bring the cut up to date. \return whether it has points; false for a cutter without input.
