@@ -219,7 +219,7 @@ void zvTour::ShowMask()
   edit->GetMaskAction()->setChecked(true);
   edit->GetOpacitySlider()->setValue(45);
   zvViewHand hand(this->Window.GetViews()->GetSliceView(2));
-  hand.MoveTo(hand.Part(-0.12, 0.2));
+  hand.MoveTo(hand.Part(-0.3, 0.1));
 }
 
 // A ring is painted in the axial view and filled, in contrast to the tissue around it; then the
