@@ -481,6 +481,7 @@ private:
   void DragLine(int which, const double q[3], const double axis[3], const double end[3],
     bool isOffTheBox, double spacing);
   void ShiftLine(int which, double distance);
+  void LayLines(const zvReslicePlane::Corners& plane, const double low[3], const double high[3]);
 
   /// What one of those who may take a left press made of it.
   enum class Claim

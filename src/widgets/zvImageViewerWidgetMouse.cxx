@@ -6,9 +6,7 @@
 #include "zvCollections.h"
 #include "zvDrag.h"
 #include "zvLassoWidget.h"
-#include "zvNumbers.h"
 #include "zvPick.h"
-#include "zvReslicePlane.h"
 #include "zvRulerWidget.h"
 #include "zvTextNoteWidget.h"
 #include "zvViewLookup.h"
@@ -16,7 +14,6 @@
 #include "vtkCallbackCommand.h"
 #include "vtkCamera.h"
 #include "vtkCellPicker.h"
-#include "vtkImageData.h"
 #include "vtkMath.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
@@ -522,6 +519,73 @@ void zvImageViewerWidget::DragBy(int X, int Y, double previous[3], double curren
 }
 
 //------------------------------------------------------------------------------
+void zvImageViewerWidget::StartWindowLevel()
+{
+  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
+  {
+    this->State = Outside;
+    return;
+  }
+  const int X = this->Interactor->GetEventPosition()[0];
+  const int Y = this->Interactor->GetEventPosition()[1];
+  const bool isOnPlane =
+    zvPick::Hits(this->PlanePicker, X, Y, this->CurrentRenderer, this->TexturePlaneActor);
+  this->InitialWindow = this->CurrentWindow;
+  this->InitialLevel = this->CurrentLevel;
+  if (!isOnPlane)
+  {
+    this->State = Outside;
+    this->HighlightPlane(0);
+    return;
+  }
+  this->State = WindowLevelling;
+  this->HighlightPlane(1);
+  this->StartWindowLevelPositionX = X;
+  this->StartWindowLevelPositionY = Y;
+  this->EventCallbackCommand->SetAbortFlag(1);
+  this->SetInteracting(true);
+  this->TellWindowLevel(vtkCommand::StartWindowLevelEvent);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvImageViewerWidget::StopWindowLevel()
+{
+  if (this->State == Start || this->State == Outside)
+  {
+    return;
+  }
+  this->State = Start;
+  this->HighlightPlane(0);
+  this->EventCallbackCommand->SetAbortFlag(1);
+  this->SetInteracting(false);
+  this->TellWindowLevel(vtkCommand::EndWindowLevelEvent);
+  zvViewLookup::Render(this->Interactor);
+}
+
+// The update rate of the window, which may be gone.
+void zvImageViewerWidget::SetInteracting(bool on)
+{
+  if (!this->Interactor || !this->Interactor->GetRenderWindow())
+  {
+    return;
+  }
+  if (on)
+  {
+    this->StartInteraction();
+  }
+  else
+  {
+    this->EndInteraction();
+  }
+}
+
+void zvImageViewerWidget::TellWindowLevel(unsigned long event)
+{
+  double windowLevel[2] = { this->CurrentWindow, this->CurrentLevel };
+  this->InvokeEvent(event, windowLevel);
+}
+
+//------------------------------------------------------------------------------
 bool zvImageViewerWidget::IsIdle() const
 {
   return this->State == Start || this->State == Outside;
@@ -551,35 +615,4 @@ void zvImageViewerWidget::LiftPointClicked()
   double direction[3];
   this->CurrentRenderer->GetActiveCamera()->GetDirectionOfProjection(direction);
   vtkMath::Subtract(this->PointClicked, direction, this->PointClicked);
-}
-
-void zvImageViewerWidget::FillAtCursor()
-{
-  const int normal = zvReslicePlane::NormalAxis(this->ViewOrientation);
-  const double* cursor = this->CurrentCursorPosition;
-  const int x = zvNumbers::Truncate(cursor[normal == 0 ? 1 : 0]);
-  const int y = zvNumbers::Truncate(cursor[normal == 2 ? 1 : 2]);
-  this->floodFill(x, y, this->FillValue);
-}
-
-void zvImageViewerWidget::PaintAtCursor()
-{
-  if (!this->CanWriteVoxels())
-  {
-    return;
-  }
-  int voxel[3];
-  const int* extent = this->ImageData->GetExtent();
-  for (int axis = 0; axis < 3; ++axis)
-  {
-    voxel[axis] = zvNumbers::Truncate(this->CurrentCursorPosition[axis]);
-    if (voxel[axis] < extent[2 * axis] || voxel[axis] > extent[2 * axis + 1])
-    {
-      return; // the cursor has not been on the slice yet
-    }
-  }
-  this->ImageData->SetScalarComponentFromDouble(
-    voxel[0], voxel[1], voxel[2], 0, static_cast<double>(this->FillValue));
-  this->Modified();
-  this->UpdatePlane();
 }
