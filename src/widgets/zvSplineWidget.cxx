@@ -23,7 +23,6 @@
 #include "vtkPolyData.h"
 #include "vtkPolyDataMapper.h"
 #include "vtkProperty.h"
-#include "vtkRenderWindow.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 #include "vtkTransform.h"
@@ -519,11 +518,7 @@ void zvSplineWidget::AddHandle(double* pos)
     this->CurrentHandleIndex = -1;
     return;
   }
-  Positions handles = this->ReadHandles();
-  handles.push_back({ { pos[0], pos[1], pos[2] } });
-  this->InitializeHandles(zvHandleCurve::MakePoints(handles));
-  this->TakePokedRenderer();
-  this->ShowActor(this->LineActor, this->LineProperty);
+  this->AppendHandle(pos);
   this->State = Placing;
   this->HighlightHandle();
   zvViewLookup::Render(this->Interactor);
@@ -838,6 +833,15 @@ void zvSplineWidget::SetHandlePoints(const Positions& positions)
   this->HandlePolyData->BuildLinks(0);
 }
 
+void zvSplineWidget::AppendHandle(const double* pos)
+{
+  Positions handles = this->ReadHandles();
+  handles.push_back({ { pos[0], pos[1], pos[2] } });
+  this->InitializeHandles(zvHandleCurve::MakePoints(handles));
+  this->TakePokedRenderer();
+  this->ShowActor(this->LineActor, this->LineProperty);
+}
+
 bool zvSplineWidget::TakePokedRenderer()
 {
   vtkRenderer* renderer = zvViewLookup::Choose(this->CurrentRenderer, this->Interactor);
@@ -871,28 +875,6 @@ void zvSplineWidget::InsertHandleUnderPointer()
   }
 }
 
-void zvSplineWidget::BeginInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->StartInteraction();
-  }
-  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
-}
-
-void zvSplineWidget::FinishInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->EndInteraction();
-  }
-  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
-}
-
 void zvSplineWidget::MoveWithPointer(double previous[3], double current[3])
 {
   const int* position = this->Interactor->GetEventPosition();
@@ -920,13 +902,6 @@ void zvSplineWidget::FollowMotion()
     this->ProjectPointsToPlane();
   }
   this->BuildRepresentation();
-}
-
-void zvSplineWidget::TellMotion()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
 }
 
 void zvSplineWidget::ShowActor(vtkActor* actor, vtkProperty* property)

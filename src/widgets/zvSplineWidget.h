@@ -310,6 +310,10 @@ protected:
   /// \return whether there is one now.
   bool TakePokedRenderer();
 
+  /// Append a handle at \a pos, take the renderer under the last event position if there is none
+  /// yet, and show the line.
+  void AppendHandle(const double* pos);
+
   /// Put an actor into the current renderer, if there is one, and give it a property.
   void ShowActor(vtkActor* actor, vtkProperty* property);
 
@@ -323,9 +327,6 @@ protected:
   void InsertHandleUnderPointer();  ///< render, insert where the line was hit, take that handle
   void MoveWithPointer(double previous[3], double current[3]); ///< as the state says
   void FollowMotion();                                         ///< project if that is on, rebuild
-  void BeginInteraction();  ///< abort, StartInteractionEvent, render
-  void TellMotion();        ///< abort, InteractionEvent, render
-  void FinishInteraction(); ///< abort, EndInteractionEvent, render
   ///@}
 
   int State = Start;

@@ -2,6 +2,7 @@
 
 #include "zvEvents.h"
 #include "zvMessages.h"
+#include "zvViewLookup.h"
 
 #include "vtkCallbackCommand.h"
 #include "vtkObjectFactory.h"
@@ -112,4 +113,33 @@ bool zvWidgets::GetInteraction()
 {
   zvTraceMacro("bool zvWidgets::GetInteraction()");
   return this->Interaction;
+}
+
+void zvWidgets::BeginInteraction()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  if (this->Interactor && this->Interactor->GetRenderWindow())
+  {
+    this->StartInteraction();
+  }
+  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvWidgets::TellMotion()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvWidgets::FinishInteraction()
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  if (this->Interactor && this->Interactor->GetRenderWindow())
+  {
+    this->EndInteraction();
+  }
+  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
+  zvViewLookup::Render(this->Interactor);
 }

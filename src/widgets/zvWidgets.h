@@ -69,6 +69,16 @@ protected:
   zvWidgets();
   ~zvWidgets() override;
 
+  ///@{
+  /// How a handler ends that takes an event: set the abort flag, so that observers behind the
+  /// widget do not see the event, invoke StartInteractionEvent, InteractionEvent or
+  /// EndInteractionEvent, and render. Each step bears that an observer has disabled the widget or
+  /// taken its interactor in the step before.
+  void BeginInteraction();
+  void TellMotion();
+  void FinishInteraction();
+  ///@}
+
   /// Operations write a trace line on the standard output while this is true. There is no setter:
   /// a subclass or a debugging build raises it.
   bool DebugMode = false;
