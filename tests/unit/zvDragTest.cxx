@@ -2,6 +2,8 @@
 
 #include "zvTestKit.h"
 
+#include "vtkCamera.h"
+
 #include <cmath>
 
 class Drag : public zvtest::QuietTest
@@ -55,6 +57,46 @@ TEST_F(Drag, WithoutAViewThereIsNoMotion)
   EXPECT_FALSE(this->GetMotion(scene.Interactor(), nullptr));
   vtkNew<vtkRenderer> windowless;
   EXPECT_FALSE(this->GetMotion(scene.Interactor(), windowless));
+  EXPECT_EQ(this->Previous[0], 7);
+  EXPECT_EQ(this->Current[0], 7);
+}
+
+TEST_F(Drag, AtADisplayDepthThePointsLieOnThatPlaneOfTheView)
+{
+  zvtest::SceneOptions options;
+  for (const bool parallel : { true, false })
+  {
+    options.ParallelProjection = parallel;
+    zvtest::Scene scene(options);
+    const double bounds[6] = { -5, 5, -5, 5, 0, 8 };
+    scene.ResetCamera(bounds);
+    scene.Render();
+    zvtest::Mouse mouse(scene);
+    mouse.MoveTo({ { 100, 120 } });
+    mouse.MoveTo({ { 300, 310 } });
+    vtkCamera* camera = scene.Renderer()->GetActiveCamera();
+    for (const double depth : { 0.0, 1.0 })
+    {
+      ASSERT_TRUE(zvDrag::GetMotionAtDepth(
+        scene.Interactor(), scene.Renderer(), depth, this->Previous.data(), this->Current.data()));
+      const double distance = camera->GetPosition()[2] - camera->GetClippingRange()[depth > 0.0];
+      EXPECT_NEAR(this->Previous[2], distance, 1e-3);
+      EXPECT_NEAR(this->Current[2], distance, 1e-3);
+      EXPECT_NEAR(scene.At(this->Previous)[0], 100, 1);
+      EXPECT_NEAR(scene.At(this->Previous)[1], 120, 1);
+      EXPECT_NEAR(scene.At(this->Current)[0], 300, 1);
+      EXPECT_NEAR(scene.At(this->Current)[1], 310, 1);
+    }
+  }
+}
+
+TEST_F(Drag, WithoutAViewThereIsNoMotionAtADepthEither)
+{
+  zvtest::Scene scene;
+  EXPECT_FALSE(zvDrag::GetMotionAtDepth(
+    nullptr, scene.Renderer(), 0.0, this->Previous.data(), this->Current.data()));
+  EXPECT_FALSE(zvDrag::GetMotionAtDepth(
+    scene.Interactor(), nullptr, 0.0, this->Previous.data(), this->Current.data()));
   EXPECT_EQ(this->Previous[0], 7);
   EXPECT_EQ(this->Current[0], 7);
 }

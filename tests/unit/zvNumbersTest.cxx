@@ -57,3 +57,19 @@ TEST(Numbers, APointIsFiniteIfAllThreeValuesAre)
     value = kept;
   }
 }
+
+TEST(Numbers, SinglePrecisionIsRoundedAlsoWhereTwoAreComputedSideBySide)
+{
+  // Values that a float cannot hold, and their nearest floats written out.
+  const double values[2] = { 0.1, 0.547282041 };
+  double rounded[2];
+  for (int i = 0; i < 2; ++i)
+  {
+    rounded[i] = 1.0 + zvNumbers::ToSinglePrecision(values[i]);
+  }
+  EXPECT_EQ(rounded[0], 1.0 + 0.100000001490116119384765625);
+  EXPECT_EQ(rounded[1], 1.0 + 0.547282040119171142578125);
+  EXPECT_EQ(zvNumbers::ToSinglePrecision(-0.5), -0.5);
+  EXPECT_TRUE(std::isinf(zvNumbers::ToSinglePrecision(1e300)));
+  EXPECT_TRUE(std::isnan(zvNumbers::ToSinglePrecision(std::nan(""))));
+}

@@ -2,12 +2,17 @@
 
 #include "zvTestKit.h"
 
+#include "vtkActor.h"
+#include "vtkCamera.h"
 #include "vtkNew.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 #include "vtkSmartPointer.h"
+#include "vtkWeakPointer.h"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace
 {
@@ -95,4 +100,66 @@ TEST_F(ViewLookup, RendersTheWindowOfAnInteractorThatIsThere)
   EXPECT_EQ(events.Count(vtkCommand::RenderEvent), 0);
   zvViewLookup::Render(this->Scene.Interactor());
   EXPECT_EQ(events.Count(vtkCommand::RenderEvent), 1);
+}
+
+TEST_F(ViewLookup, MeasuresTheDiagonalOfAViewportAtADepth)
+{
+  // Each view is 200 by 400 pixels.
+  vtkCamera* camera = this->Scene.Renderer(1)->GetActiveCamera();
+  camera->SetPosition(0.0, 0.0, 100.0);
+  camera->SetFocalPoint(0.0, 0.0, 0.0);
+  camera->SetClippingRange(1.0, 200.0);
+  camera->ParallelProjectionOn();
+  camera->SetParallelScale(8.0);
+  const double near[3] = { 1.0, 2.0, 50.0 };
+  const double far[3] = { 0.0, 0.0, 0.0 };
+  vtkRenderer* view = this->Scene.Renderer(1);
+  EXPECT_NEAR(zvViewLookup::DiagonalAt(view, near), std::hypot(8.0, 16.0), 1e-9);
+  EXPECT_NEAR(zvViewLookup::DiagonalAt(view, far), std::hypot(8.0, 16.0), 1e-9);
+  camera->ParallelProjectionOff();
+  camera->SetViewAngle(90.0);
+  EXPECT_NEAR(zvViewLookup::DiagonalAt(view, near), std::hypot(50.0, 100.0), 1e-6);
+  EXPECT_NEAR(zvViewLookup::DiagonalAt(view, far), std::hypot(100.0, 200.0), 1e-6);
+}
+
+TEST_F(ViewLookup, AViewThatIsNotShownHasNoDiagonal)
+{
+  const double point[3] = { 0.0, 0.0, 0.0 };
+  EXPECT_EQ(zvViewLookup::DiagonalAt(nullptr, point), 0.0);
+  vtkNew<vtkRenderer> windowless;
+  EXPECT_EQ(zvViewLookup::DiagonalAt(windowless, point), 0.0);
+}
+
+TEST_F(ViewLookup, TakesAPropOutOfEveryViewThatIsThere)
+{
+  vtkNew<vtkActor> actor;
+  vtkNew<vtkActor> other;
+  auto windowless = vtkSmartPointer<vtkRenderer>::New();
+  for (vtkRenderer* view : { this->Scene.Renderer(0), this->Scene.Renderer(1), windowless.Get() })
+  {
+    view->AddViewProp(actor);
+    view->AddViewProp(other);
+  }
+  windowless = nullptr;
+  zvViewLookup::TakeOut(actor);
+  zvViewLookup::TakeOut(actor);
+  for (int i : { 0, 1 })
+  {
+    EXPECT_FALSE(this->Scene.Renderer(i)->HasViewProp(actor));
+    EXPECT_TRUE(this->Scene.Renderer(i)->HasViewProp(other));
+  }
+  EXPECT_EQ(actor->GetReferenceCount(), 1);
+}
+
+TEST_F(ViewLookup, APropThatOnlyItsViewHoldsCanBeTakenOut)
+{
+  vtkWeakPointer<vtkActor> actor;
+  {
+    vtkNew<vtkActor> made;
+    this->Scene.Renderer(0)->AddViewProp(made);
+    actor = made.Get();
+  }
+  ASSERT_NE(actor, nullptr);
+  zvViewLookup::TakeOut(actor);
+  EXPECT_EQ(actor, nullptr);
 }

@@ -12,6 +12,10 @@ namespace zvDrag
 /// or its camera.
 bool GetMotion(vtkRenderWindowInteractor* interactor, vtkRenderer* renderer,
   const double depthPoint[3], double previous[3], double current[3]);
+
+/// The same at a display depth, from 0 on the camera's near plane to 1 on its far plane.
+bool GetMotionAtDepth(vtkRenderWindowInteractor* interactor, vtkRenderer* renderer, double depth,
+  double previous[3], double current[3]);
 }
 
 #endif

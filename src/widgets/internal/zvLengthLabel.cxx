@@ -1,5 +1,7 @@
 #include "zvLengthLabel.h"
 
+#include "zvNumbers.h"
+
 #include "vtkCamera.h"
 #include "vtkFollower.h"
 #include "vtkNew.h"
@@ -46,7 +48,7 @@ void zvLengthLabel::Build(vtkVectorText* text, vtkFollower* follower)
 
 void zvLengthLabel::SetSize(vtkFollower* follower, double size)
 {
-  const auto narrowed = static_cast<float>(size);
+  const double narrowed = zvNumbers::ToSinglePrecision(size);
   follower->SetScale(narrowed, narrowed, narrowed);
 }
 

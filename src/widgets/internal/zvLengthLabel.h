@@ -17,7 +17,7 @@ std::string OfLength(double millimetres);
 /// "%10.2lf mm^2" for an area.
 std::string OfArea(double squareMillimetres);
 
-/// "%10.4lf mm". Deliberate: a volume snake's area has four decimals and this unit.
+/// "%10.4lf mm". Deliberate: a snake's area has four decimals and this unit.
 std::string OfSnakeArea(double squareMillimetres);
 
 /// Give \a follower a mapper of its own on \a text, and let the text be a blank, which draws

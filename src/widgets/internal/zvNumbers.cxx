@@ -25,6 +25,13 @@ int zvNumbers::Round(double value)
   return Truncate(value < 0.0 ? value - 0.5 : value + 0.5);
 }
 
+double zvNumbers::ToSinglePrecision(double value)
+{
+  // Stored and read again. Of casts alone, gcc 12 vectorises two neighbours without the rounding.
+  volatile float narrowed = static_cast<float>(value);
+  return narrowed;
+}
+
 bool zvNumbers::AreFinite(const double xyz[3])
 {
   return std::isfinite(xyz[0]) && std::isfinite(xyz[1]) && std::isfinite(xyz[2]);

@@ -10,6 +10,10 @@ int Truncate(double value);
 /// Rounded, halves away from zero, with the same limits.
 int Round(double value);
 
+/// Rounded to single precision, and back to a double for what is computed next. For a value that
+/// counts in the very last digit: compilers have been seen to drop a pair of casts.
+double ToSinglePrecision(double value);
+
 /// Whether all three values are finite.
 bool AreFinite(const double xyz[3]);
 }

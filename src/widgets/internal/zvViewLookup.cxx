@@ -1,7 +1,14 @@
 #include "zvViewLookup.h"
 
+#include "vtkInteractorObserver.h"
+#include "vtkMath.h"
+#include "vtkProp.h"
+#include "vtkRenderWindow.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
+#include "vtkSmartPointer.h"
+
+#include <cmath>
 
 vtkRenderer* zvViewLookup::Choose(vtkRenderer* current, vtkRenderWindowInteractor* interactor)
 {
@@ -33,5 +40,37 @@ void zvViewLookup::Render(vtkRenderWindowInteractor* interactor)
   if (interactor)
   {
     interactor->Render();
+  }
+}
+
+double zvViewLookup::DiagonalAt(vtkRenderer* renderer, const double depthPoint[3])
+{
+  if (!IsShown(renderer))
+  {
+    return 0.0;
+  }
+  const double* viewport = renderer->GetViewport();
+  const int* size = renderer->GetRenderWindow()->GetSize();
+  double display[3];
+  double low[4];
+  double high[4];
+  vtkInteractorObserver::ComputeWorldToDisplay(
+    renderer, depthPoint[0], depthPoint[1], depthPoint[2], display);
+  vtkInteractorObserver::ComputeDisplayToWorld(
+    renderer, size[0] * viewport[0], size[1] * viewport[1], display[2], low);
+  vtkInteractorObserver::ComputeDisplayToWorld(
+    renderer, size[0] * viewport[2], size[1] * viewport[3], display[2], high);
+  return std::sqrt(vtkMath::Distance2BetweenPoints(low, high));
+}
+
+void zvViewLookup::TakeOut(vtkProp* prop)
+{
+  const vtkSmartPointer<vtkProp> held = prop;
+  for (int i = prop->GetNumberOfConsumers() - 1; i >= 0; --i)
+  {
+    if (auto* viewport = vtkViewport::SafeDownCast(prop->GetConsumer(i)))
+    {
+      viewport->RemoveViewProp(prop);
+    }
   }
 }

@@ -1,6 +1,7 @@
 #ifndef zvViewLookup_h
 #define zvViewLookup_h
 
+class vtkProp;
 class vtkRenderWindowInteractor;
 class vtkRenderer;
 
@@ -20,6 +21,13 @@ bool HasPointer(vtkRenderer* renderer, vtkRenderWindowInteractor* interactor);
 
 /// Render the interactor's window; nothing without an interactor.
 void Render(vtkRenderWindowInteractor* interactor);
+
+/// The distance in world millimetres of the lower left and the upper right corner of the renderer's
+/// viewport at the depth of the world point \a depthPoint. 0 if the renderer is in no window.
+double DiagonalAt(vtkRenderer* renderer, const double depthPoint[3]);
+
+/// Take \a prop out of every renderer that it is in.
+void TakeOut(vtkProp* prop);
 }
 
 #endif
