@@ -5,11 +5,14 @@
 #include "zvImage3DPlanes.h"
 #include "zvImagePlaneWidget.h"
 #include "zvImageViewerWidget.h"
+#include "zvInstanceManager.h"
 #include "zvLassoWidget.h"
 #include "zvPointWidget.h"
 #include "zvRulerWidget.h"
+#include "zvSnakeWidget.h"
 #include "zvSplineWidget.h"
 #include "zvTestKit.h"
+#include "zvVolumeSnakeWidget.h"
 
 #include "vtkImageData.h"
 #include "vtkPoints.h"
@@ -137,6 +140,47 @@ struct Case<zvLassoWidget> : CurveCase<zvLassoWidget>
 };
 
 template <typename Widget>
+struct ContourCase
+{
+  static Widget* Make() { return Widget::New(); }
+  static void Contour(Widget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    double center[3];
+    volume->GetCenter(center);
+    zvInstanceManager::Instance()->SetCurrentOutput(volume);
+    widget->SetRenderer3D(scene.Renderer());
+    widget->SetCenter(center);
+    widget->SetRadius(1.0);
+    widget->CreateInitialSnake();
+    widget->SetSnakes3D(widget->GetSnake());
+    widget->SetGradient(widget->GetSnake());
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <>
+struct Case<zvSnakeWidget> : ContourCase<zvSnakeWidget>
+{
+  static void Show(zvSnakeWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    widget->SetCurrentRender(scene.Renderer());
+    widget->ViewAreaOn();
+    Contour(widget, scene, volume);
+  }
+};
+
+template <>
+struct Case<zvVolumeSnakeWidget> : ContourCase<zvVolumeSnakeWidget>
+{
+  static void Show(zvVolumeSnakeWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    widget->SetInteractor(scene.Interactor());
+    Contour(widget, scene, volume);
+  }
+};
+
+template <typename Widget>
 class Lifecycle : public zvtest::QuietTest
 {
 protected:
@@ -203,8 +247,9 @@ protected:
   Widget* Made;
 };
 
-using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
-  zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget>;
+using Widgets =
+  ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget, zvPointWidget,
+    zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvSnakeWidget, zvVolumeSnakeWidget>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 
