@@ -10,6 +10,7 @@
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 
+#include <algorithm>
 #include <array>
 #include <initializer_list>
 #include <memory>
@@ -142,6 +143,21 @@ protected:
       }
     }
     return names;
+  }
+
+  /// Claim the standard output, which must be one trace for each signature and nothing else.
+  void ExpectTraces(
+    const std::string& file, const void* object, const std::vector<std::string>& signatures)
+  {
+    std::string output = this->TakeOutput();
+    for (const std::string& signature : signatures)
+    {
+      const std::size_t end = std::min(output.find("\n\n"), output.size());
+      const std::size_t length = std::min(end + 2, output.size());
+      EXPECT_TRUE(IsTrace(output.substr(0, length), file, object, signature));
+      output.erase(0, length);
+    }
+    EXPECT_EQ(output, "");
   }
 
   vtkSmartPointer<vtkImageData> Volume;

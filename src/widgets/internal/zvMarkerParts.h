@@ -1,0 +1,46 @@
+#ifndef zvMarkerParts_h
+#define zvMarkerParts_h
+
+#include "vtkSmartPointer.h"
+
+class vtkActor;
+class vtkAlgorithm;
+class vtkCellPicker;
+class vtkCollection;
+class vtkProp;
+class vtkProperty;
+class vtkSphereSource;
+
+/// What markers of points are made of that keep a sphere for each point: seeds and 3D rulers. Items
+/// of the same index in the collections belong to the same point.
+namespace zvMarkerParts
+{
+/// The part of the size that vtk3DWidget gives handles which is a sphere's radius.
+constexpr double SphereSize = 0.7;
+
+/// A sphere about a world position, of a radius in millimetres.
+vtkSmartPointer<vtkSphereSource> MakeSphere(const double center[3], double radius);
+
+/// An actor that draws what \a source makes; it may stand in several views.
+vtkSmartPointer<vtkActor> MakeActor(vtkAlgorithm* source, vtkProperty* property);
+
+/// A picker of the props in its list, which is empty, as far as the picked view shows them.
+/// \a tolerance is a part of the window's diagonal.
+vtkSmartPointer<vtkCellPicker> MakePicker(double tolerance);
+
+/// A property of a colour.
+vtkSmartPointer<vtkProperty> MakeProperty(double red, double green, double blue);
+
+/// Give every sphere a radius.
+void SetRadius(vtkCollection* spheres, double radius);
+
+/// Put the spheres at equal steps from the low to the high corner of \a bounds (xmin, xmax, ymin,
+/// ymax, zmin, zmax). Deliberate: a single one has no step, its center becomes not a number.
+void Spread(vtkCollection* spheres, const double bounds[6]);
+
+/// Give the actor at \a index the look of the selected one and all others the normal look. Without
+/// such an index all look normal.
+void Highlight(vtkCollection* actors, int index, vtkProperty* normal, vtkProperty* selected);
+}
+
+#endif
