@@ -333,8 +333,13 @@ public:
   /// The world point of the last left click, as each mode leaves it.
   double* GetPointClicked() { return this->PointClicked; }
 
-  /// The interaction state of the base class.
+  ///@{
+  /// The interaction state of the base class. An observer of LeftButtonPressEvent takes the press
+  /// away from the view by setting Start (0) or Outside (8): nothing moves or turns then. Any other
+  /// state is overwritten by that of the press.
   int GetState() { return this->State; }
+  void SetState(int state) { this->State = state; }
+  ///@}
 
   ///@{
   /// Suspend the tracking of the voxel under the mouse (default false).
