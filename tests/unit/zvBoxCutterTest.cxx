@@ -165,6 +165,40 @@ TEST_F(BoxCutter, WhatIsNotAPlainCutOfABoxIsThatOfTheStockClass)
   }
 }
 
+TEST_F(BoxCutter, CutsACubeAtOnceAsAnUpdateWould)
+{
+  zvtest::Dice dice(21);
+  int cuts = 0;
+  for (int i = 0; i < 5000; ++i)
+  {
+    this->DrawBox(dice);
+    const bool isPlain = this->Cube->GetOutputPointsPrecision() == vtkAlgorithm::DOUBLE_PRECISION;
+    ASSERT_EQ(this->Quick->CutCube(), isPlain) << "case " << i;
+    this->Stock->Update();
+    if (isPlain)
+    {
+      ASSERT_TRUE(AreSame(this->Quick->GetOutput(), this->Stock->GetOutput())) << "case " << i;
+      cuts += this->Quick->GetOutput()->GetNumberOfPoints() > 0 ? 1 : 0;
+    }
+    if (dice.Chance(0.3))
+    {
+      // An update in between changes nothing.
+      ASSERT_TRUE(this->GiveTheSame()) << "case " << i;
+    }
+  }
+  EXPECT_GT(cuts, 1500);
+}
+
+TEST_F(BoxCutter, LeavesWhatIsNotAPlainCutOfACubeToAnUpdate)
+{
+  vtkNew<vtkSphereSource> ball;
+  this->Quick->SetInputConnection(ball->GetOutputPort());
+  EXPECT_FALSE(this->Quick->CutCube());
+  EXPECT_EQ(this->Quick->GetOutput()->GetNumberOfPoints(), 0);
+  this->Quick->RemoveAllInputConnections(0);
+  EXPECT_FALSE(this->Quick->CutCube());
+}
+
 TEST_F(BoxCutter, APlaneThatIsNowhereCutsNothing)
 {
   this->Plane->SetOrigin(std::numeric_limits<double>::quiet_NaN(), 0.0, 0.0);

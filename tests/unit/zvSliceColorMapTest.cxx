@@ -245,6 +245,48 @@ TEST_F(SliceColorMap, AChangedTableEntryReachesTheOutput)
   EXPECT_TRUE(HaveSameBytes(stock->GetOutput(), quick->GetOutput()));
 }
 
+TEST_F(SliceColorMap, ASeriesOfSlicesAndTablesHasTheStockBytes)
+{
+  for (const int type : { VTK_SHORT, VTK_UNSIGNED_CHAR })
+  {
+    Dice dice(50000 + type);
+    ColorCase colors;
+    DrawCase(colors, dice, type);
+    vtkNew<zvSliceColorMap> quick;
+    for (int i = 0; i < 2000; ++i)
+    {
+      colors.Table->SetScaleToLinear(); // a new range may not suit the logarithm
+      switch (dice.Int(0, 5))
+      {
+        case 0:
+          DrawTable(colors, dice);
+          break;
+        case 1:
+          DrawTableRange(colors, dice);
+          break;
+        case 2:
+          // Such writing leaves no trace in the table's time.
+          colors.Table->Build();
+          colors.Table->GetPointer(0)[1] = static_cast<unsigned char>(dice.Int(0, 255));
+          break;
+        case 3:
+          colors.Table->SetAlpha(dice.Real(0.0, 1.0));
+          break;
+        default:
+          break;
+      }
+      DrawImage(colors, dice, type);
+      colors.Image->Modified();
+      colors.ApplyTo(quick);
+      quick->Update();
+      vtkNew<vtkImageMapToColors> stock;
+      colors.ApplyTo(stock);
+      stock->Update();
+      ASSERT_TRUE(HaveSameBytes(stock->GetOutput(), quick->GetOutput())) << "slice " << i;
+    }
+  }
+}
+
 TEST_F(SliceColorMap, WithoutATableBytesArePassedOn)
 {
   ColorCase colors;

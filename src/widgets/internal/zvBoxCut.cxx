@@ -1,5 +1,7 @@
 #include "zvBoxCut.h"
 
+#include "zvBoxCutter.h"
+
 #include "vtkAlgorithm.h"
 #include "vtkCubeSource.h"
 #include "vtkCutter.h"
@@ -35,7 +37,11 @@ bool zvBoxCut::Update(vtkCutter* cutter)
   {
     return false;
   }
-  cutter->Update();
+  auto* const boxCutter = zvBoxCutter::SafeDownCast(cutter);
+  if (!boxCutter || !boxCutter->CutCube())
+  {
+    cutter->Update();
+  }
   return cutter->GetOutput()->GetNumberOfPoints() > 0;
 }
 

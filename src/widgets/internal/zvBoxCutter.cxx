@@ -3,6 +3,7 @@
 #include <vtkCellArray.h>
 #include <vtkCellData.h>
 #include <vtkCommand.h>
+#include <vtkCubeSource.h>
 #include <vtkInformation.h>
 #include <vtkInformationVector.h>
 #include <vtkNew.h>
@@ -156,6 +157,11 @@ private:
   vtkNew<vtkPointData> Data;
   std::vector<Point> Places;
 };
+
+bool IsUpToDate(vtkAlgorithm* source, vtkDataObject* output)
+{
+  return output->GetUpdateTime() > source->GetMTime();
+}
 }
 
 //------------------------------------------------------------------------------
@@ -177,22 +183,51 @@ vtkPlane* zvBoxCutter::FindPlainPlane(vtkPolyData* input)
 }
 
 //------------------------------------------------------------------------------
-int zvBoxCutter::RequestData(
-  vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs)
+bool zvBoxCutter::WritePlainCut(vtkPolyData* input, vtkPolyData* output)
 {
-  vtkPolyData* const input = vtkPolyData::GetData(inputs[0]);
   vtkPlane* const plane = this->FindPlainPlane(input);
   std::vector<Quad> quads;
   quads.reserve(LargestNumberOfQuads);
   if (!plane || !ReadQuads(input, plane, quads) || quads.empty())
   {
-    return this->Superclass::RequestData(request, inputs, outputs);
+    return false;
   }
   Cut cut(input);
   for (const Quad& quad : quads)
   {
     cut.Add(quad, input->GetPointData());
   }
-  cut.MoveTo(vtkPolyData::GetData(outputs));
-  return 1;
+  output->Initialize();
+  cut.MoveTo(output);
+  return true;
+}
+
+//------------------------------------------------------------------------------
+int zvBoxCutter::RequestData(
+  vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs)
+{
+  return this->WritePlainCut(vtkPolyData::GetData(inputs[0]), vtkPolyData::GetData(outputs))
+    ? 1
+    : this->Superclass::RequestData(request, inputs, outputs);
+}
+
+//------------------------------------------------------------------------------
+bool zvBoxCutter::CutCube()
+{
+  if (this->GetNumberOfInputConnections(0) != 1)
+  {
+    return false;
+  }
+  // Only of a source is it plain to see whether it is up to date.
+  auto* const cube = vtkCubeSource::SafeDownCast(this->GetInputAlgorithm());
+  if (!cube)
+  {
+    return false;
+  }
+  vtkPolyData* const box = cube->GetOutput();
+  if (!IsUpToDate(cube, box))
+  {
+    cube->Update();
+  }
+  return this->WritePlainCut(box, this->GetOutput());
 }

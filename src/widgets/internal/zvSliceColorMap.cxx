@@ -6,20 +6,19 @@
 #include <vtkLookupTable.h>
 #include <vtkObjectFactory.h>
 #include <vtkPointData.h>
+#include <vtkUnsignedCharArray.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 vtkObjectFactoryNewMacro(zvSliceColorMap);
 
 namespace
 {
-/// The four bytes of a colour, moved as one.
-using Rgba = std::uint32_t;
-
 /// The pixels of an extent of an image, row by row.
 template <typename T>
 class PixelRows
@@ -54,83 +53,132 @@ private:
   vtkIdType SliceStep = 0;
 };
 
+/// The lowest and the highest value of some scalars.
 template <typename T>
-struct ValueRange
-{
-  T Low;
-  T High;
-
-  int GetCount() const { return this->High - this->Low + 1; }
-};
-
-template <typename T>
-ValueRange<T> FindValues(const PixelRows<T>& pixels)
+std::pair<T, T> FindRange(const T* values, vtkIdType count)
 {
   T low = std::numeric_limits<T>::max();
   T high = std::numeric_limits<T>::min();
-  for (int i = 0; i < pixels.GetNumberOfRows(); ++i)
+  for (vtkIdType i = 0; i < count; ++i)
   {
-    const T* const row = pixels.GetRow(i);
-    for (int x = 0; x < pixels.GetWidth(); ++x)
-    {
-      low = std::min(low, row[x]);
-      high = std::max(high, row[x]);
-    }
+    low = std::min(low, values[i]);
+    high = std::max(high, values[i]);
   }
   return { low, high };
-}
-
-/// The colours of all values of a range, lowest first.
-template <typename T>
-std::vector<Rgba> ListColors(vtkScalarsToColors* table, ValueRange<T> range, int scalarType)
-{
-  std::vector<T> values(range.GetCount());
-  std::iota(values.begin(), values.end(), range.Low);
-  std::vector<Rgba> colors(values.size());
-  table->MapScalarsThroughTable2(values.data(), reinterpret_cast<unsigned char*>(colors.data()),
-    scalarType, static_cast<int>(values.size()), 1, VTK_RGBA);
-  return colors;
 }
 }
 
 //------------------------------------------------------------------------------
-bool zvSliceColorMap::IsQuickFor(
-  vtkInformationVector** inputs, vtkImageData* input, vtkImageData* output)
+bool zvSliceColorMap::IsQuickFor(vtkInformationVector** inputs, vtkImageData* input)
 {
   auto* const table = vtkLookupTable::SafeDownCast(this->LookupTable);
-  vtkDataArray* const scalars = input->GetPointData()->GetScalars();
+  vtkDataArray* const scalars = input ? input->GetPointData()->GetScalars() : nullptr;
   return table && !table->GetIndexedLookup() && this->OutputFormat == VTK_RGBA &&
     this->ActiveComponent == 0 && !this->HasObserver(vtkCommand::ProgressEvent) && scalars &&
     scalars == this->GetInputArrayToProcess(0, inputs) && scalars->HasStandardMemoryLayout() &&
     scalars->GetNumberOfComponents() == 1 &&
-    scalars->GetNumberOfTuples() == input->GetNumberOfPoints() &&
-    output->GetScalarType() == VTK_UNSIGNED_CHAR && output->GetNumberOfScalarComponents() == 4;
+    scalars->GetNumberOfTuples() == input->GetNumberOfPoints();
+}
+
+//------------------------------------------------------------------------------
+bool zvSliceColorMap::IsListFresh(int scalarType) const
+{
+  auto* const table = static_cast<vtkLookupTable*>(this->LookupTable)->GetTable();
+  return this->ListedType == scalarType && this->ListedTime == this->LookupTable->GetMTime() &&
+    this->ListedAlpha == this->LookupTable->GetAlpha() &&
+    table->GetNumberOfValues() == static_cast<vtkIdType>(this->ListedTable.size()) &&
+    std::equal(this->ListedTable.begin(), this->ListedTable.end(), table->GetPointer(0));
 }
 
 //------------------------------------------------------------------------------
 template <typename T>
-bool zvSliceColorMap::MapByList(vtkImageData* input, vtkImageData* output, int extent[6])
+bool zvSliceColorMap::ListColorsOf(vtkImageData* input)
 {
-  const PixelRows<T> pixels(input, extent);
-  const PixelRows<Rgba> colored(output, extent);
-  const ValueRange<T> range = FindValues(pixels);
+  const vtkIdType count = input->GetNumberOfPoints();
+  const auto range = FindRange(static_cast<const T*>(input->GetScalarPointer()), count);
+  int low = range.first;
+  int high = range.second;
+  const bool isListed = this->IsListFresh(input->GetScalarType());
+  const int highestListed = this->Lowest + static_cast<int>(this->Colors.size()) - 1;
+  if (isListed && this->Lowest <= low && high <= highestListed)
+  {
+    return true;
+  }
   // Looking a colour up in the list costs about half of asking the table.
-  if (2 * static_cast<vtkIdType>(range.GetCount()) >
-    static_cast<vtkIdType>(pixels.GetWidth()) * pixels.GetNumberOfRows())
+  const auto pays = [count](int lowest, int highest)
+  { return 2 * (static_cast<vtkIdType>(highest) - lowest + 1) <= count; };
+  if (!pays(low, high))
   {
     return false;
   }
-  const std::vector<Rgba> colors = ListColors(this->LookupTable, range, input->GetScalarType());
+  // Neighbouring slices hold about the same values: with those of both it need not be made again.
+  if (isListed && pays(std::min(low, this->Lowest), std::max(high, highestListed)))
+  {
+    low = std::min(low, this->Lowest);
+    high = std::max(high, highestListed);
+  }
+  this->ListColors(static_cast<T>(low), static_cast<T>(high), input);
+  return true;
+}
+
+//------------------------------------------------------------------------------
+template <typename T>
+void zvSliceColorMap::ListColors(T low, T high, vtkImageData* input)
+{
+  std::vector<T> values(static_cast<std::size_t>(high - low + 1));
+  std::iota(values.begin(), values.end(), low);
+  this->Colors.resize(values.size());
+  this->LookupTable->MapScalarsThroughTable2(values.data(),
+    reinterpret_cast<unsigned char*>(this->Colors.data()), input->GetScalarType(),
+    static_cast<int>(values.size()), 1, VTK_RGBA);
+  this->Lowest = low;
+  this->ListedType = input->GetScalarType();
+  this->ListedTime = this->LookupTable->GetMTime();
+  this->ListedAlpha = this->LookupTable->GetAlpha();
+  auto* const table = static_cast<vtkLookupTable*>(this->LookupTable)->GetTable();
+  this->ListedTable.assign(table->GetPointer(0), table->GetPointer(0) + table->GetNumberOfValues());
+}
+
+//------------------------------------------------------------------------------
+template <typename T>
+void zvSliceColorMap::MapByList(vtkImageData* input, vtkImageData* output, int extent[6]) const
+{
+  const PixelRows<T> pixels(input, extent);
+  const PixelRows<Rgba> colored(output, extent);
+  const Rgba* const colors = this->Colors.data();
+  const int lowest = this->Lowest;
   for (int i = 0; i < pixels.GetNumberOfRows(); ++i)
   {
     const T* const from = pixels.GetRow(i);
     Rgba* const to = colored.GetRow(i);
     for (int x = 0; x < pixels.GetWidth(); ++x)
     {
-      to[x] = colors[from[x] - range.Low];
+      to[x] = colors[from[x] - lowest];
     }
   }
-  return true;
+}
+
+//------------------------------------------------------------------------------
+int zvSliceColorMap::RequestData(
+  vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs)
+{
+  // Once for all threads, each of which colours a part.
+  vtkImageData* const input = vtkImageData::GetData(inputs[0]);
+  this->UsesList = false;
+  if (this->IsQuickFor(inputs, input))
+  {
+    this->LookupTable->Build();
+    switch (input->GetScalarType())
+    {
+      case VTK_SHORT:
+        this->UsesList = this->ListColorsOf<short>(input);
+        break;
+      case VTK_UNSIGNED_CHAR:
+        this->UsesList = this->ListColorsOf<unsigned char>(input);
+        break;
+    }
+  }
+  return this->Superclass::RequestData(request, inputs, outputs);
 }
 
 //------------------------------------------------------------------------------
@@ -139,22 +187,19 @@ void zvSliceColorMap::ThreadedRequestData(vtkInformation* request, vtkInformatio
   int threadId)
 {
   vtkImageData* const input = inData[0][0];
-  bool done = false;
-  if (this->IsQuickFor(inputs, input, outData[0]))
-  {
-    switch (input->GetScalarType())
-    {
-      case VTK_SHORT:
-        done = this->MapByList<short>(input, outData[0], extent);
-        break;
-      case VTK_UNSIGNED_CHAR:
-        done = this->MapByList<unsigned char>(input, outData[0], extent);
-        break;
-    }
-  }
-  if (!done)
+  const bool isRgba = outData[0]->GetScalarType() == VTK_UNSIGNED_CHAR &&
+    outData[0]->GetNumberOfScalarComponents() == 4;
+  if (!this->UsesList || !isRgba)
   {
     this->Superclass::ThreadedRequestData(
       request, inputs, outputs, inData, outData, extent, threadId);
+  }
+  else if (input->GetScalarType() == VTK_SHORT)
+  {
+    this->MapByList<short>(input, outData[0], extent);
+  }
+  else
+  {
+    this->MapByList<unsigned char>(input, outData[0], extent);
   }
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <numeric>
 #include <vector>
 
 // A loop made for wider registers must be part of the function that is allowed to use them.
@@ -280,6 +281,33 @@ inline std::vector<int> ListColumns(AxisSamples& samples, int numberOfVoxels)
   return columns;
 }
 
+/// Whether so few of the voxels between the first and the last column are in use that it pays to
+/// gather them; otherwise blending all between is quicker.
+inline bool IsSparse(const std::vector<int>& columns)
+{
+  const int worthwhile = 4;
+  return !columns.empty() &&
+    columns.back() - columns.front() + 1 > worthwhile * static_cast<int>(columns.size());
+}
+
+/// Let all voxels from the first to the last column be columns.
+inline void FillGaps(std::vector<int>& columns, AxisSamples& samples)
+{
+  if (columns.empty() || columns.back() - columns.front() + 1 == static_cast<int>(columns.size()))
+  {
+    return;
+  }
+  const int first = columns.front();
+  for (std::size_t i = 0; i < samples.Lower.size(); ++i)
+  {
+    samples.Lower[i] = columns[samples.Lower[i]] - first;
+    samples.Upper[i] = columns[samples.Upper[i]] - first;
+  }
+  const int last = columns.back();
+  columns.resize(last - first + 1);
+  std::iota(columns.begin(), columns.end(), first);
+}
+
 /// The up to four lines of voxels that surround a row of pixels, with their weights.
 template <typename T>
 struct LineBlend
@@ -322,7 +350,8 @@ struct Stretch
 };
 
 /// Cut a row into stretches. A pixel on the last column, which has no further neighbour to give no
-/// weight to, is in none, and nor is one whose neighbours are the same column at a face.
+/// weight to, is in none, and nor is one whose neighbours are the same column at a face. A row of
+/// short stretches, as of a coarse slice, has none: they would not pay.
 inline std::vector<Stretch> ListStretches(const AxisSamples& across, int numberOfColumns)
 {
   std::vector<Stretch> stretches;
@@ -344,6 +373,11 @@ inline std::vector<Stretch> ListStretches(const AxisSamples& across, int numberO
     {
       stretches.push_back({ i, i + 1, lower - i });
     }
+  }
+  const std::size_t worthwhileLength = 4;
+  if (stretches.size() * worthwhileLength > across.Lower.size())
+  {
+    stretches.clear();
   }
   return stretches;
 }
@@ -574,12 +608,14 @@ public:
       return;
     }
     this->Columns = ListColumns(this->Across, this->GetNumberOfVoxels(this->AxisAcross));
+    if (job.InputStep[this->AxisAcross] == 1 && !IsSparse(this->Columns))
+    {
+      FillGaps(this->Columns, this->Across);
+    }
     this->Sums.resize(this->Columns.size());
     this->Stretches = ListStretches(this->Across, static_cast<int>(this->Columns.size()));
     this->Blender = ChooseRowBlender<T>();
-    this->HasTiles = job.InputStep[this->AxisAcross] != 1 ||
-      (!this->Columns.empty() &&
-        this->Columns.back() - this->Columns.front() + 1 != static_cast<int>(this->Columns.size()));
+    this->HasTiles = job.InputStep[this->AxisAcross] != 1 || IsSparse(this->Columns);
   }
 
   void Write()
