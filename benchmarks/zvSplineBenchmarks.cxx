@@ -2,6 +2,7 @@
 // handle added to a long contour with its pick but without its frame.
 #include "zvAreaWidget.h"
 #include "zvBenchmarkView.h"
+#include "zvLassoWidget.h"
 #include "zvSplineWidget.h"
 
 #include "vtkMath.h"
@@ -102,12 +103,13 @@ void MoveDrawn(benchmark::State& state, int count)
 
 /// A click that adds a handle to a contour that was made by clicks, its pick included, in a view
 /// that does not draw.
+template <class Widget>
 void AddOurs(benchmark::State& state, int count)
 {
   zvBenchmarkView view;
   view.Interactor->SetEventPosition(150, 150); // in the ring: no bounding box spares the pick
   view.Interactor->EnableRenderOff();
-  vtkNew<zvAreaWidget> widget;
+  vtkNew<Widget> widget;
   widget->SetInteractor(view.Interactor);
   auto ring = MakeRing(count);
   double handle[3];
@@ -168,7 +170,8 @@ const Work Works[] = {
   { "peer/move_handle/vtkParametricSpline", MovePeer, 500 },
   { "zv/move_handle_drawn/zvSplineWidget", MoveDrawn<zvSplineWidget>, 100 },
   { "peer/move_handle_drawn/vtkSplineWidget", MoveDrawn<vtkSplineWidget>, 100 },
-  { "zv/add_handle/zvAreaWidget", AddOurs, 500 },
+  { "zv/add_handle/zvAreaWidget", AddOurs<zvAreaWidget>, 500 },
+  { "zv/add_handle/zvLassoWidget", AddOurs<zvLassoWidget>, 500 },
   { "peer/add_handle/vtkSplineWidget", AddPeer, 500 },
 };
 

@@ -33,6 +33,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -45,6 +46,23 @@ constexpr double NewHandleSizeFactor = 0.5; // until they are in a view
 constexpr int ThetaResolution = 16;
 constexpr int PhiResolution = 8;
 constexpr double FadedOpacity = 0.01; // hardly seen; at 0 it could not be picked
+
+Position CenterOf(vtkSphereSource* sphere)
+{
+  Position center;
+  sphere->GetCenter(center.data());
+  return center;
+}
+
+void MoveTo(vtkSphereSource* sphere, const Position& center)
+{
+  const vtkMTimeType before = sphere->GetMTime();
+  sphere->SetCenter(center[0], center[1], center[2]);
+  if (sphere->GetMTime() != before) // most handles stay where they are
+  {
+    sphere->Update();
+  }
+}
 }
 
 vtkObjectFactoryNewMacro(zvLassoWidget);
@@ -322,14 +340,11 @@ void zvLassoWidget::SetNumberOfHandles(int count)
     return;
   }
   const double radius = this->FindHandleRadius(NewHandleSizeFactor);
-  this->Initialize();
+  const Positions centers = this->FindStarts(count);
+  this->StowHandles();
   this->NumberOfHandles = count;
-  for (int i = 0; i < count; ++i)
-  {
-    this->MakeHandle(this->StartOfHandle(i, count), radius);
-  }
-  this->SpareHandle.clear();
-  this->SpareGeometry.clear();
+  this->TakeHandlesFor(centers, radius);
+  this->DropStowedHandles();
   if (this->Interactor)
   {
     this->TakePokedRenderer();
@@ -415,19 +430,10 @@ void zvLassoWidget::ClosedOff()
 
 void zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)
 {
-  zvTraceMacro("zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)");
-  if (handle < 0 || handle >= this->NumberOfHandles)
+  if (this->PlaceHandle(handle, { { x, y, z } }))
   {
-    vtkErrorMacro("zvLassoWidget: handle index out of range.");
-    return;
+    this->BuildRepresentation();
   }
-  this->HandleGeometry[handle]->SetCenter(x, y, z);
-  this->HandleGeometry[handle]->Update();
-  if (this->ProjectToPlane)
-  {
-    this->ProjectPointsToPlane();
-  }
-  this->BuildRepresentation();
 }
 
 void zvLassoWidget::SetHandlePosition(int handle, double xyz[3])
@@ -485,12 +491,19 @@ void zvLassoWidget::InitializeHandles(vtkPoints* points)
   {
     return;
   }
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   const Positions positions = zvHandleCurve::Read(points);
+  this->ComingHandles = &positions;
   this->SetNumberOfHandles(static_cast<int>(positions.size()));
-  int handle = 0;
-  for (const Position& position : positions)
+  this->ComingHandles = nullptr;
+  bool isPlaced = false;
+  for (std::size_t i = 0; i < positions.size(); ++i)
   {
-    this->SetHandlePosition(handle++, position[0], position[1], position[2]);
+    isPlaced = this->PlaceHandle(static_cast<int>(i), positions[i]) || isPlaced;
+  }
+  if (isPlaced)
+  {
+    this->BuildRepresentation();
   }
 }
 
@@ -586,23 +599,8 @@ void zvLassoWidget::BuildRepresentation()
 
 void zvLassoWidget::Initialize()
 {
-  zvTraceMacro("zvLassoWidget::Initialize(void)");
-  this->TakePokedRenderer();
-  this->HideHandles();
-  for (vtkActor* handle : this->Handle)
-  {
-    this->HandlePicker->DeletePickList(handle);
-  }
-  if (this->FindHandle(this->CurrentHandle) != -1)
-  {
-    this->CurrentHandle = nullptr;
-  }
-  // Kept for the next ones: to make a handle anew costs far more than all that is done with it.
-  this->SpareGeometry.swap(this->HandleGeometry);
-  this->SpareHandle.swap(this->Handle);
-  this->HandleGeometry.clear();
-  this->Handle.clear();
-  this->NumberOfHandles = 0;
+  this->StowHandles();
+  this->DropStowedHandles();
 }
 
 void zvLassoWidget::ProjectPointsToPlane()
@@ -924,42 +922,109 @@ void zvLassoWidget::WriteHandles(const Positions& positions)
 {
   for (std::size_t i = 0; i < positions.size() && i < this->HandleGeometry.size(); ++i)
   {
-    vtkSphereSource* sphere = this->HandleGeometry[i];
-    const vtkMTimeType before = sphere->GetMTime();
-    sphere->SetCenter(positions[i][0], positions[i][1], positions[i][2]);
-    if (sphere->GetMTime() != before) // most handles stay where they are
-    {
-      sphere->Update();
-    }
+    MoveTo(this->HandleGeometry[i], positions[i]);
   }
 }
 
-void zvLassoWidget::MakeHandle(const Position& center, double radius)
+bool zvLassoWidget::PlaceHandle(int handle, const Position& position)
 {
-  const std::size_t index = this->Handle.size();
-  vtkSmartPointer<vtkSphereSource> sphere;
-  vtkSmartPointer<vtkActor> actor;
-  if (index < this->SpareHandle.size())
+  zvTraceMacro("zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)");
+  if (handle < 0 || handle >= this->NumberOfHandles)
   {
-    sphere = this->SpareGeometry[index];
-    actor = this->SpareHandle[index];
+    vtkErrorMacro("zvLassoWidget: handle index out of range.");
+    return false;
+  }
+  MoveTo(this->HandleGeometry[handle], position);
+  if (this->ProjectToPlane)
+  {
+    this->ProjectPointsToPlane();
+  }
+  return true;
+}
+
+void zvLassoWidget::StowHandles()
+{
+  zvTraceMacro("zvLassoWidget::Initialize(void)"); // which is done in either case
+  this->TakePokedRenderer();
+  for (vtkActor* handle : this->Handle)
+  {
+    this->HandlePicker->DeletePickList(handle);
+  }
+  if (this->FindHandle(this->CurrentHandle) != -1)
+  {
+    this->CurrentHandle = nullptr;
+  }
+  this->StowedGeometry.swap(this->HandleGeometry);
+  this->StowedHandle.swap(this->Handle);
+  this->NumberOfHandles = 0;
+}
+
+void zvLassoWidget::TakeHandlesFor(const Positions& centers, double radius)
+{
+  // To make a handle anew, or to take it out of the view and bring it back, costs far more than all
+  // else that is done with it: what stays where it is stays as it is.
+  const std::size_t stowed = this->StowedHandle.size();
+  const std::size_t most = std::min(stowed, centers.size());
+  const auto stays = [this, &centers](std::size_t from, std::size_t to)
+  { return CenterOf(this->StowedGeometry[from]) == centers[to]; };
+  std::size_t ahead = 0;
+  while (ahead < most && stays(ahead, ahead))
+  {
+    ++ahead;
+  }
+  std::size_t behind = 0;
+  while (behind < most - ahead && stays(stowed - 1 - behind, centers.size() - 1 - behind))
+  {
+    ++behind;
+  }
+  for (std::size_t i = 0; i < centers.size(); ++i)
+  {
+    const bool isBehind = i >= centers.size() - behind;
+    const std::size_t from = isBehind ? i + stowed - centers.size() : i;
+    this->AppendHandle(isBehind || from < stowed - behind ? from : stowed, centers[i], radius);
+  }
+}
+
+void zvLassoWidget::AppendHandle(std::size_t stowed, const Position& center, double radius)
+{
+  if (stowed < this->StowedHandle.size())
+  {
+    this->HandleGeometry.push_back(std::move(this->StowedGeometry[stowed]));
+    this->Handle.push_back(std::move(this->StowedHandle[stowed]));
   }
   else
   {
-    sphere = vtkSmartPointer<vtkSphereSource>::New();
-    sphere->SetThetaResolution(ThetaResolution);
-    sphere->SetPhiResolution(PhiResolution);
+    auto made = vtkSmartPointer<vtkSphereSource>::New();
+    made->SetThetaResolution(ThetaResolution);
+    made->SetPhiResolution(PhiResolution);
+    made->SetRadius(radius);
     vtkNew<vtkPolyDataMapper> mapper;
-    mapper->SetInputConnection(sphere->GetOutputPort());
-    actor = vtkSmartPointer<vtkActor>::New();
-    actor->SetMapper(mapper);
+    mapper->SetInputConnection(made->GetOutputPort());
+    this->HandleGeometry.push_back(std::move(made));
+    this->Handle.push_back(vtkSmartPointer<vtkActor>::New());
+    this->Handle.back()->SetMapper(mapper);
   }
+  vtkSphereSource* sphere = this->HandleGeometry.back();
   sphere->SetCenter(center[0], center[1], center[2]);
-  sphere->SetRadius(radius);
-  actor->SetProperty(this->HandleProperty);
-  this->HandlePicker->AddPickList(actor);
-  this->HandleGeometry.push_back(sphere);
-  this->Handle.push_back(actor);
+  if (!this->Interactor) // else all get the size that they have in the view
+  {
+    sphere->SetRadius(radius);
+  }
+  this->Handle.back()->SetProperty(this->HandleProperty);
+  this->HandlePicker->AddPickList(this->Handle.back());
+}
+
+void zvLassoWidget::DropStowedHandles()
+{
+  for (vtkActor* handle : this->StowedHandle)
+  {
+    if (handle && this->CurrentRenderer)
+    {
+      this->CurrentRenderer->RemoveViewProp(handle);
+    }
+  }
+  this->StowedHandle.clear();
+  this->StowedGeometry.clear();
 }
 
 int zvLassoWidget::FindHandle(vtkActor* actor)
@@ -968,16 +1033,21 @@ int zvLassoWidget::FindHandle(vtkActor* actor)
   return actor && found != this->Handle.end() ? static_cast<int>(found - this->Handle.begin()) : -1;
 }
 
-Position zvLassoWidget::StartOfHandle(int index, int count)
+Positions zvLassoWidget::FindStarts(int count)
 {
-  Position start{ { 0.0, 0.0, 0.0 } };
-  if (this->ParametricSpline)
+  const Positions* coming = std::exchange(this->ComingHandles, nullptr);
+  if (coming && coming->size() == static_cast<std::size_t>(count))
   {
-    double u[3] = { count > 1 ? index / (count - 1.0) : 0.0, 0.0, 0.0 };
-    double derivatives[9];
-    this->ParametricSpline->Evaluate(u, start.data(), derivatives);
+    return *coming;
   }
-  return start;
+  Positions starts(static_cast<std::size_t>(count), { { 0.0, 0.0, 0.0 } });
+  for (int i = 0; i < count && this->ParametricSpline; ++i)
+  {
+    double u[3] = { count > 1 ? i / (count - 1.0) : 0.0, 0.0, 0.0 };
+    double derivatives[9];
+    this->ParametricSpline->Evaluate(u, starts[i].data(), derivatives);
+  }
+  return starts;
 }
 
 double zvLassoWidget::FindHandleRadius(double factor)

@@ -323,14 +323,8 @@ protected:
   void WriteHandles(const std::vector<std::array<double, 3>>& positions);
   ///@}
 
-  /// Make one more handle, at a place and of a radius in millimetres, which can be picked.
-  void MakeHandle(const std::array<double, 3>& center, double radius);
-
   /// The index of a handle, -1 if \a actor is none.
   int FindHandle(vtkActor* actor);
-
-  /// The point of the curve, as it is, at which handle \a index of \a count starts.
-  std::array<double, 3> StartOfHandle(int index, int count);
 
   /// The radius of handles in millimetres; \a factor is in proportion to their size on the screen.
   double FindHandleRadius(double factor);
@@ -412,9 +406,28 @@ protected:
   bool DebugMode = false;
 
 private:
-  /// Handles that are in no view and no list, to be used again.
-  std::vector<vtkSmartPointer<vtkActor>> SpareHandle;
-  std::vector<vtkSmartPointer<vtkSphereSource>> SpareGeometry;
+  /// Move one handle; with ProjectToPlane on all are projected. \return false, with an error, if it
+  /// is out of range.
+  bool PlaceHandle(int handle, const std::array<double, 3>& position);
+
+  /// Where \a count handles start: where they are to be, if that is known, else spread along the
+  /// curve as it is.
+  std::vector<std::array<double, 3>> FindStarts(int count);
+
+  ///@{
+  /// How handles are replaced: all are stowed away, which takes them out of the picker's list and
+  /// leaves them in the view; the new ones are taken from them, and what is left is dropped from
+  /// the view.
+  void StowHandles();
+  void TakeHandlesFor(const std::vector<std::array<double, 3>>& centers, double radius);
+  void AppendHandle(std::size_t stowed, const std::array<double, 3>& center, double radius);
+  void DropStowedHandles();
+  std::vector<vtkSmartPointer<vtkActor>> StowedHandle;
+  std::vector<vtkSmartPointer<vtkSphereSource>> StowedGeometry;
+  ///@}
+
+  /// Where the handles are to be of which the number is about to change; null if that is not known.
+  const std::vector<std::array<double, 3>>* ComingHandles = nullptr;
 
   /// Every interactor that the event command was attached to.
   std::vector<vtkWeakPointer<vtkObject>> Observed;

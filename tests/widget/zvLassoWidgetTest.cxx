@@ -14,6 +14,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <sstream>
@@ -365,10 +366,12 @@ TEST_F(LassoWidget, EachHandleIsASphereOfItsOwn)
   }
 }
 
-TEST_F(LassoWidget, AChangeOfTheNumberRemakesAllHandlesAndRenders)
+TEST_F(LassoWidget, AChangeOfTheNumberSpreadsAllHandlesAnewAndRenders)
 {
   this->Show(Square());
-  const vtkWeakPointer<vtkActor> last = this->Curve->Handle[3].Get();
+  const std::vector<vtkWeakPointer<vtkActor>> former(
+    this->Curve->Handle.begin(), this->Curve->Handle.end());
+  const int props = this->Scene.Renderer()->GetViewProps()->GetNumberOfItems();
   this->Curve->SetHandleVisibility(0);
   zvtest::EventRecorder recorder;
   this->RecordWithRenders(recorder);
@@ -376,7 +379,8 @@ TEST_F(LassoWidget, AChangeOfTheNumberRemakesAllHandlesAndRenders)
   EXPECT_THAT(recorder.Names(), IsEmpty());
   this->Curve->SetNumberOfHandles(3);
   EXPECT_EQ(recorder.Names(), (Names{ "RenderEvent" }));
-  EXPECT_EQ(last, nullptr);
+  EXPECT_EQ(std::count(former.begin(), former.end(), nullptr), 1);
+  EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), props - 1);
   EXPECT_TRUE(this->AllHandlesHave(this->Curve->GetHandleProperty()));
   EXPECT_EQ(this->Curve->HandlePicker->GetPickList()->GetNumberOfItems(), 3);
   // Spread along the curve as it was.
@@ -389,6 +393,88 @@ TEST_F(LassoWidget, AChangeOfTheNumberRemakesAllHandlesAndRenders)
   EXPECT_EQ(this->HandleAt(0), Square()[0]);
   this->Curve->SetNumberOfHandles(-2);
   EXPECT_EQ(this->Curve->GetNumberOfHandles(), 0);
+  EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), props - 4);
+}
+
+TEST_F(LassoWidget, AddingInsertingAndErasingLeaveTheOtherHandlesAsTheyAre)
+{
+  this->Draw(Square());
+  std::vector<vtkMTimeType> made;
+  std::vector<vtkActor*> actors;
+  const auto remember = [&]
+  {
+    made.clear();
+    actors.clear();
+    for (std::size_t i = 0; i < this->Curve->Handle.size(); ++i)
+    {
+      made.push_back(this->Curve->HandleGeometry[i]->GetOutput()->GetMTime());
+      actors.push_back(this->Curve->Handle[i]);
+    }
+  };
+  const auto expectKept = [&](std::size_t before, std::size_t now)
+  {
+    EXPECT_EQ(this->Curve->Handle[now].Get(), actors[before]) << before;
+    EXPECT_EQ(this->Curve->HandleGeometry[now]->GetOutput()->GetMTime(), made[before]) << before;
+  };
+  const auto expectAllShownAndPickedInOrder = [&]
+  {
+    vtkPropCollection* list = this->Curve->HandlePicker->GetPickList();
+    ASSERT_EQ(list->GetNumberOfItems(), this->Curve->GetNumberOfHandles());
+    for (int i = 0; i < this->Curve->GetNumberOfHandles(); ++i)
+    {
+      EXPECT_EQ(list->GetItemAsObject(i), this->Curve->Handle[i]);
+      EXPECT_TRUE(this->IsShown(this->Curve->Handle[i]));
+    }
+    EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(),
+      this->Curve->GetNumberOfHandles() + 1); // the line
+  };
+
+  remember();
+  World added{ { 0, 0, 0 } };
+  this->Curve->AddHandle(added.data());
+  ASSERT_EQ(this->Curve->GetNumberOfHandles(), 5);
+  for (std::size_t i = 0; i < 4; ++i)
+  {
+    expectKept(i, i);
+  }
+  expectAllShownAndPickedInOrder();
+
+  remember();
+  this->Curve->EraseHandle(1);
+  ASSERT_EQ(this->Curve->GetNumberOfHandles(), 4);
+  expectKept(0, 0);
+  expectKept(2, 1);
+  expectKept(3, 2);
+  expectKept(4, 3);
+  EXPECT_FALSE(this->IsShown(actors[1]));
+  expectAllShownAndPickedInOrder();
+
+  this->Scene.Render();
+  remember();
+  this->Pointer.Press(zvtest::Left, this->Pointer.At(this->OnLine(0.5)));
+  ASSERT_EQ(this->Curve->GetNumberOfHandles(), 5);
+  ASSERT_EQ(this->Curve->CurrentHandleIndex, 2);
+  expectKept(0, 0);
+  expectKept(1, 1);
+  expectKept(2, 3);
+  expectKept(3, 4);
+  expectAllShownAndPickedInOrder();
+}
+
+TEST_F(LassoWidget, NoFrameShowsAHandleElsewhereWhileOneIsAdded)
+{
+  this->Draw(Square());
+  int frames = 0;
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Scene.Interactor(), { vtkCommand::RenderEvent },
+    [this, &frames](const zvtest::RecordedEvent&)
+    {
+      ++frames;
+      this->ExpectHandles({ Square()[0], Square()[1], Square()[2], Square()[3], { { 2, 1, 0 } } });
+    });
+  World added{ { 2, 1, 0 } };
+  this->Curve->AddHandle(added.data());
+  EXPECT_EQ(frames, 2);
 }
 
 TEST_F(LassoWidget, WithoutAnInteractorHandlesAreOfHalfTheSizeAndInNoView)
