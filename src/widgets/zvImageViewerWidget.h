@@ -30,6 +30,7 @@ class vtkTexture;
 class vtkTransform;
 class zvAreaWidget;
 class zvLassoWidget;
+class zvNormalWidget;
 class zvRulerWidget;
 class zvTextNoteWidget;
 
@@ -357,6 +358,9 @@ public:
   zvImageViewerWidget& operator=(const zvImageViewerWidget&) = delete;
 
 protected:
+  /// Takes a press away from a viewer by leaving its State at Start.
+  friend class zvNormalWidget;
+
   zvImageViewerWidget();
   ~zvImageViewerWidget() override;
 
