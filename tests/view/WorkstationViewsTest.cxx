@@ -3,6 +3,7 @@
 #include "zvLabelAtlas.h"
 #include "zvMainWindow.h"
 #include "zvSlicePanel.h"
+#include "zvToolSet.h"
 #include "zvTurnPanel.h"
 #include "zvViewGrid.h"
 #include "zvViewHand.h"
@@ -114,6 +115,20 @@ protected:
     QCoreApplication::processEvents();
   }
 
+  // Waits for the end of the load. \return whether there are labels now.
+  bool OpenMask(const QString& path)
+  {
+    bool isOpened = false, isRefused = false;
+    QObject context;
+    QObject::connect(
+      &this->Window, &zvMainWindow::maskOpened, &context, [&isOpened] { isOpened = true; });
+    QObject::connect(
+      &this->Window, &zvMainWindow::refused, &context, [&isRefused] { isRefused = true; });
+    this->Window.OpenMask(path);
+    return WaitFor([&] { return isOpened || isRefused; }) && isOpened;
+  }
+
+  QAction* Tool(const char* id) { return this->Window.GetTools()->GetAction(id); }
   zvViewGrid* Views() { return this->Window.GetViews(); }
   zvVolumeView* View3D() { return this->Window.GetView(); }
   zvSliceView* Slice(int axis) { return this->Window.GetViews()->GetSliceView(axis); }
@@ -704,7 +719,7 @@ TEST_F(WorkstationViews, WindowAndLevelStayInStepWhereverTheyAreDragged)
 TEST_F(WorkstationViews, TheMaskIsRedWhereItIsLabelledAndFollowsTheSlices)
 {
   const QString path = QString::fromStdString(this->WriteLabels());
-  ASSERT_TRUE(this->Window.OpenMask(path));
+  ASSERT_TRUE(this->OpenMask(path));
   EXPECT_EQ(this->CountRedBlock(2), 0) << "not asked for yet";
   this->Window.GetEditBar()->GetMaskAction()->setChecked(true);
   const int axial = this->CountRedBlock(2);
@@ -721,7 +736,7 @@ TEST_F(WorkstationViews, TheMaskIsRedWhereItIsLabelledAndFollowsTheSlices)
 
 TEST_F(WorkstationViews, OneRegionOfTheMaskCanBeShown)
 {
-  ASSERT_TRUE(this->Window.OpenMask(QString::fromStdString(this->WriteLabels())));
+  ASSERT_TRUE(this->OpenMask(QString::fromStdString(this->WriteLabels())));
   zvEditBar* edit = this->Window.GetEditBar();
   edit->GetMaskAction()->setChecked(true);
   const auto redVoxel = [this] { return this->CountRed(2, { { 29, 39, 0 } }, { { 31, 41, 0 } }); };
@@ -743,7 +758,7 @@ TEST_F(WorkstationViews, OneRegionOfTheMaskCanBeShown)
 
 TEST_F(WorkstationViews, TheOpacitySliderChangesHowMuchTheMaskCovers)
 {
-  ASSERT_TRUE(this->Window.OpenMask(QString::fromStdString(this->WriteLabels())));
+  ASSERT_TRUE(this->OpenMask(QString::fromStdString(this->WriteLabels())));
   zvEditBar* edit = this->Window.GetEditBar();
   edit->GetMaskAction()->setChecked(true);
   const QPoint seen = this->Seen(2, { { 15, 25, 0 } });
@@ -758,7 +773,7 @@ TEST_F(WorkstationViews, TheOpacitySliderChangesHowMuchTheMaskCovers)
 
 TEST_F(WorkstationViews, TheRegionUnderTheMouseIsNamed)
 {
-  ASSERT_TRUE(this->Window.OpenMask(QString::fromStdString(this->WriteLabels())));
+  ASSERT_TRUE(this->OpenMask(QString::fromStdString(this->WriteLabels())));
   this->Hand(2).MoveTo(this->Seen(2, { { 15, 25, 0 } }));
   EXPECT_TRUE(this->Window.GetStatusText().endsWith("     Block_L"))
     << this->Window.GetStatusText().toStdString();
@@ -770,7 +785,7 @@ TEST_F(WorkstationViews, TheRegionUnderTheMouseIsNamed)
 
 TEST_F(WorkstationViews, ATiltedSliceIsMaskedToo)
 {
-  ASSERT_TRUE(this->Window.OpenMask(QString::fromStdString(this->WriteLabels())));
+  ASSERT_TRUE(this->OpenMask(QString::fromStdString(this->WriteLabels())));
   this->Window.GetEditBar()->GetMaskAction()->setChecked(true);
   this->Window.GetTurnPanel()->GetSlider(0)->setValue(20);
   EXPECT_EQ(this->Viewer(0)->GetPlaneOrientation(), 3);
@@ -782,7 +797,7 @@ TEST_F(WorkstationViews, ATiltedSliceIsMaskedToo)
 TEST_F(WorkstationViews, AMaskThatCannotBeReadIsRefused)
 {
   this->Window.SetTellsRefusals(false);
-  EXPECT_FALSE(this->Window.OpenMask("/missing.nii"));
+  EXPECT_FALSE(this->OpenMask("/missing.nii"));
   EXPECT_FALSE(this->Window.GetEditBar()->GetMaskAction()->isEnabled());
 }
 
@@ -790,7 +805,7 @@ TEST_F(WorkstationViews, TheBrushWritesTheVoxelsUnderIt)
 {
   zvEditBar* edit = this->Window.GetEditBar();
   edit->GetValueBox()->setValue(1234);
-  edit->GetPaintAction()->setChecked(true);
+  this->Tool("paint")->setChecked(true);
   const zvtest::Picture coronal = this->PictureOf(1);
   this->Hand(2).MoveTo(this->Seen(2, { { 12, 24, 0 } }));
   this->Hand(2).Press(Qt::LeftButton, this->Seen(2, { { 12, 24, 0 } }));
@@ -820,7 +835,7 @@ TEST_F(WorkstationViews, AFillStopsAtARingAndCanBeTakenBack)
     }
   }
   edit->GetValueBox()->setValue(777);
-  edit->GetFillAction()->setChecked(true);
+  this->Tool("fill")->setChecked(true);
   EXPECT_FALSE(edit->GetUndoAction()->isEnabled());
   const zvtest::Picture planes = this->Picture3D();
   this->Hand(2).Click(Qt::LeftButton, this->Seen(2, { { 15, 15, 0 } }));
@@ -841,7 +856,7 @@ TEST_F(WorkstationViews, AFillBesideTheSliceWritesNothing)
 {
   zvEditBar* edit = this->Window.GetEditBar();
   edit->GetValueBox()->setValue(777);
-  edit->GetFillAction()->setChecked(true);
+  this->Tool("fill")->setChecked(true);
   this->Hand(2).MoveTo(this->Seen(2, { { 15, 15, 0 } }));
   this->Hand(2).Click(Qt::LeftButton, QPoint(2, 2));
   EXPECT_NE(this->Image()->GetScalarComponentAsDouble(15, 15, 14, 0), 777.0);
@@ -852,10 +867,10 @@ TEST_F(WorkstationViews, APressForgetsTheFillAsTheViewerDoes)
 {
   zvEditBar* edit = this->Window.GetEditBar();
   edit->GetValueBox()->setValue(777);
-  edit->GetFillAction()->setChecked(true);
+  this->Tool("fill")->setChecked(true);
   this->Hand(2).Click(Qt::LeftButton, this->Seen(2, { { 15, 15, 0 } }));
   EXPECT_TRUE(edit->GetUndoAction()->isEnabled());
-  edit->GetFillAction()->setChecked(false);
+  this->Tool("fill")->setChecked(false);
   this->Hand(0).Click(Qt::LeftButton, this->Seen(0, { { 0, 15, 14 } }));
   EXPECT_TRUE(edit->GetUndoAction()->isEnabled()) << "another view";
   this->Hand(2).Click(Qt::LeftButton, this->Seen(2, { { 12, 12, 0 } }));
@@ -864,23 +879,22 @@ TEST_F(WorkstationViews, APressForgetsTheFillAsTheViewerDoes)
 
 TEST_F(WorkstationViews, PaintAndFillExcludeEachOtherAndHideTheLines)
 {
-  zvEditBar* edit = this->Window.GetEditBar();
   const auto red = [this] { return this->CountRed(2); };
   EXPECT_GT(red(), 50);
-  edit->GetPaintAction()->setChecked(true);
+  this->Tool("paint")->setChecked(true);
   EXPECT_EQ(red(), 0);
-  edit->GetFillAction()->setChecked(true);
-  EXPECT_FALSE(edit->GetPaintAction()->isChecked());
+  this->Tool("fill")->setChecked(true);
+  EXPECT_FALSE(this->Tool("paint")->isChecked());
   EXPECT_FALSE(this->Viewer(2)->GetPaintMode());
   EXPECT_TRUE(this->Viewer(2)->GetFillMode());
-  edit->GetFillAction()->setChecked(false);
+  this->Tool("fill")->setChecked(false);
   EXPECT_FALSE(this->Viewer(2)->GetFillMode());
   EXPECT_GT(red(), 50);
 }
 
 TEST_F(WorkstationViews, ANewVolumeStartsAllViewsAnew)
 {
-  this->Window.GetEditBar()->GetPaintAction()->setChecked(true);
+  this->Tool("paint")->setChecked(true);
   this->Window.GetTurnPanel()->GetSlider(0)->setValue(30);
   this->Window.OpenPhantom(32);
   ASSERT_TRUE(WaitFor([this] { return this->Shown == 2; }));

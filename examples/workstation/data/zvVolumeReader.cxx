@@ -3,6 +3,7 @@
 #include "zvDicomFolder.h"
 #include "zvFileFacts.h"
 #include "zvHeadPhantom.h"
+#include "zvLabelAtlas.h"
 #include "zvLoadFailure.h"
 #include "zvLoadProgress.h"
 #include "zvMessageTrap.h"
@@ -50,7 +51,15 @@ zvRawVolume ReadRaw(const std::string& path, zvLoadProgress& progress)
   throw zvLoadRefusal("it is not a NIfTI, MetaImage, NRRD or DICOM image");
 }
 
-// Run a load and turn what it throws into a result.
+zvVolume ReadUpright(const std::string& path, zvLoadProgress& progress)
+{
+  const zvRawVolume raw = ReadRaw(path, progress);
+  zvVolume volume = zvPatientGrid::Straighten(raw, progress, zvReaderSteps::ReadingShare, 1.0);
+  volume.File = path;
+  return volume;
+}
+
+// Run a load, which fills the result, and turn what it throws into a result.
 template <class Load>
 zvLoadResult Collect(Load load)
 {
@@ -62,7 +71,7 @@ zvLoadResult Collect(Load load)
   };
   try
   {
-    result.Volume = load();
+    load(result);
     result.Ending = zvLoadResult::Outcome::Loaded;
   }
   catch (const zvLoadCancelled&)
@@ -89,19 +98,25 @@ zvLoadResult zvVolumeReader::Read(const std::string& path, zvLoadProgress& progr
 {
   const zvMessageTrap trap;
   const zvMessageTrap::Listener others; // whatever the formats do not listen to themselves
+  return Collect([&](zvLoadResult& result) { result.Volume = ReadUpright(path, progress); });
+}
+
+zvLoadResult zvVolumeReader::ReadLabels(const std::string& path, zvLoadProgress& progress)
+{
+  const zvMessageTrap trap;
+  const zvMessageTrap::Listener others;
   return Collect(
-    [&]
+    [&](zvLoadResult& result)
     {
-      const zvRawVolume raw = ReadRaw(path, progress);
-      zvVolume volume = zvPatientGrid::Straighten(raw, progress, zvReaderSteps::ReadingShare, 1.0);
-      volume.File = path;
-      return volume;
+      result.Volume = ReadUpright(path, progress);
+      result.Labels = std::make_shared<zvLabelAtlas>(result.Volume.Image, path);
     });
 }
 
 zvLoadResult zvVolumeReader::MakePhantom(int side, zvLoadProgress& progress)
 {
-  return Collect([&] { return zvHeadPhantom::Make(side, progress); });
+  return Collect(
+    [&](zvLoadResult& result) { result.Volume = zvHeadPhantom::Make(side, progress); });
 }
 
 std::string zvVolumeReader::FindExampleVolume()

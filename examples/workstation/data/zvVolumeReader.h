@@ -3,8 +3,10 @@
 
 #include "zvVolume.h"
 
+#include <memory>
 #include <string>
 
+class zvLabelAtlas;
 class zvLoadProgress;
 
 /// How a load ended.
@@ -18,6 +20,8 @@ struct zvLoadResult
   };
   Outcome Ending = Outcome::Cancelled;
   zvVolume Volume;
+  /// The volume as labels; from ReadLabels alone.
+  std::shared_ptr<const zvLabelAtlas> Labels;
   /// The end of the sentence "<file>: <reason>", without a full stop.
   std::string Reason;
 };
@@ -30,6 +34,9 @@ namespace zvVolumeReader
 /// refuse: what is not there, may not be read, is empty, is no image, has more or fewer than three
 /// dimensions or more than one value a voxel, is cut off or would not fit into memory.
 zvLoadResult Read(const std::string& path, zvLoadProgress& progress);
+
+/// The same for a volume of labels, which are taken over with their names.
+zvLoadResult ReadLabels(const std::string& path, zvLoadProgress& progress);
 
 /// The built-in head, as a result like the others.
 zvLoadResult MakePhantom(int side, zvLoadProgress& progress);

@@ -1,5 +1,6 @@
 #include "zvEditBar.h"
 
+#include "zvIcons.h"
 #include "zvLabelAtlas.h"
 
 #include <QAction>
@@ -9,45 +10,44 @@
 #include <QSlider>
 #include <QSpinBox>
 
+namespace
+{
+constexpr int IconSide = 22;
+}
+
 zvEditBar::zvEditBar(QWidget* parent)
   : QToolBar(parent)
   , Value(new QSpinBox)
   , Regions(new QComboBox)
   , Opacity(new QSlider(Qt::Horizontal))
 {
+  this->setObjectName("edit");
+  this->setWindowTitle(tr("Voxels and mask"));
   this->setMovable(false);
-  this->BuildTools();
+  this->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+  this->setIconSize(QSize(IconSide, IconSide));
+  this->BuildWriting();
   this->addSeparator();
   this->BuildMask();
 }
 
-void zvEditBar::BuildTools()
+void zvEditBar::BuildWriting()
 {
-  this->Paint = this->addAction(tr("Paint"));
-  this->Paint->setCheckable(true);
-  this->Paint->setShortcut(QKeySequence("P"));
-  this->Paint->setToolTip(tr("Draw voxels with the left button in a slice view (P)"));
-  this->Fill = this->addAction(tr("Fill"));
-  this->Fill->setCheckable(true);
-  this->Fill->setShortcut(QKeySequence("F"));
-  this->Fill->setToolTip(
-    tr("Fill a slice from the voxel that is clicked, up to voxels of this value (F)"));
-  this->Undo = this->addAction(tr("Undo fill"), this, &zvEditBar::undoChosen);
-  this->Undo->setShortcut(QKeySequence::Undo);
-  this->Undo->setToolTip(tr("Take back the last fill (Ctrl+Z)"));
-  this->Undo->setEnabled(false);
-  this->addWidget(new QLabel(tr("  Value ")));
+  this->addWidget(new QLabel(tr("Value ")));
   this->Value->setToolTip(tr("What paint and fill write"));
   this->Value->setKeyboardTracking(false);
   this->addWidget(this->Value);
-  connect(this->Paint, &QAction::toggled, this, [this] { this->Choose(this->Paint, this->Fill); });
-  connect(this->Fill, &QAction::toggled, this, [this] { this->Choose(this->Fill, this->Paint); });
-  connect(this->Value, QOverload<int>::of(&QSpinBox::valueChanged), this, &zvEditBar::handChosen);
+  this->Undo =
+    this->addAction(zvIcons::Make("undo"), tr("Undo fill"), this, &zvEditBar::undoChosen);
+  this->Undo->setShortcut(QKeySequence::Undo);
+  this->Undo->setToolTip(tr("Take back the last fill (Ctrl+Z)"));
+  this->Undo->setEnabled(false);
+  connect(this->Value, QOverload<int>::of(&QSpinBox::valueChanged), this, &zvEditBar::valueChosen);
 }
 
 void zvEditBar::BuildMask()
 {
-  this->Mask = this->addAction(tr("Mask"));
+  this->Mask = this->addAction(zvIcons::Make("mask"), tr("Mask"));
   this->Mask->setCheckable(true);
   this->Mask->setShortcut(QKeySequence("M"));
   this->Mask->setToolTip(tr("Show the labelled regions in red over the slices (M)"));
@@ -67,25 +67,15 @@ void zvEditBar::BuildMask()
   connect(this->Opacity, &QSlider::valueChanged, this, &zvEditBar::opacityChosen);
 }
 
-// One tool at most.
-void zvEditBar::Choose(QAction* tool, QAction* other)
-{
-  if (tool->isChecked())
-  {
-    const QSignalBlocker quiet(other);
-    other->setChecked(false);
-  }
-  emit handChosen();
-}
-
 void zvEditBar::Begin(int value, int lowest, int highest)
 {
-  this->Paint->setChecked(false);
-  this->Fill->setChecked(false);
   this->Mask->setChecked(false);
-  const QSignalBlocker quiet(this->Value);
-  this->Value->setRange(lowest, highest);
-  this->Value->setValue(value);
+  {
+    const QSignalBlocker quiet(this->Value);
+    this->Value->setRange(lowest, highest);
+    this->Value->setValue(value);
+  }
+  emit valueChosen();
 }
 
 void zvEditBar::ShowAtlas(bool isThere, const zvLabelAtlas& atlas)
@@ -105,15 +95,6 @@ void zvEditBar::ShowAtlas(bool isThere, const zvLabelAtlas& atlas)
 void zvEditBar::ShowFill(bool canUndo)
 {
   this->Undo->setEnabled(canUndo);
-}
-
-zvSliceView::Hand zvEditBar::GetHand() const
-{
-  if (this->Paint->isChecked())
-  {
-    return zvSliceView::Hand::Paint;
-  }
-  return this->Fill->isChecked() ? zvSliceView::Hand::Fill : zvSliceView::Hand::Cross;
 }
 
 int zvEditBar::GetValue() const

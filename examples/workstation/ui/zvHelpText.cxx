@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include <vector>
+
 namespace
 {
 struct Gesture
@@ -10,70 +12,78 @@ struct Gesture
   const char* Effect;
 };
 
-constexpr Gesture LegendGestures[] = {
-  { "Left", "move the cross, turn it" },
-  { "Right", "window and level" },
-  { "Wheel", "next slice" },
-  { "Double click", "one view, all views" },
-  { "In 3D", "" },
-  { "Left", "move a plane" },
-  { "Shift + left", "read a voxel" },
-  { "Middle", "turn the view" },
+struct Place
+{
+  const char* Title;
+  std::vector<Gesture> Gestures;
 };
 
-constexpr Gesture Gestures[] = {
-  { "Left drag on a slice", "move the cross; the other views follow" },
-  { "Left drag on a line of the cross", "turn the planes that the lines stand for" },
-  { "Shift + left drag on a line", "move the cross" },
-  { "Wheel, arrows", "next or previous slice" },
-  { "PgUp, PgDn; Home, End", "ten slices on or back; the first or last one" },
-  { "Ctrl + wheel", "go nearer or further" },
-  { "Right drag, also Shift + right drag", "window (across) and level (up and down)" },
-  { "Double click", "fill the window with one view, and back" },
-  { "P, F, Ctrl+Z", "paint, fill, take back the last fill" },
-  { "M", "show or hide the mask" },
-  { "In 3D: left drag on a plane", "move the plane through the volume" },
-  { "Shift + left on a plane", "read the voxel under the mouse" },
-  { "Left drag beside the planes, or middle drag", "turn the view" },
-  { "Shift + middle drag", "move the view" },
-  { "Ctrl + middle drag, or wheel", "go nearer or further" },
-  { "R", "reset the active view" },
-  { "O", "make the planes orthogonal" },
-  { "Shift + R", "reset everything" },
-  { "Esc", "cancel loading" },
-};
+const std::vector<Place>& Places()
+{
+  static const std::vector<Place> places = {
+    { "In a slice",
+      {
+        { "Left drag", "move the cross; the other views follow" },
+        { "Left drag on a line", "turn the planes that the lines stand for" },
+        { "Shift + left drag on a line", "move the cross" },
+        { "Left drag on a mark", "move its end or handle, or a note" },
+        { "Middle drag", "move the picture; on a mark, the whole mark" },
+        { "Right drag", "window (across) and level (up and down)" },
+        { "Wheel, arrow keys", "next or previous slice" },
+        { "PgUp, PgDn; Home, End", "ten slices on or back; the first or last one" },
+        { "Ctrl + wheel", "go nearer or further" },
+        { "Double click", "fill the window with one view, and back" },
+      } },
+    { "In the 3D view",
+      {
+        { "Left drag on a plane", "move it through the volume; its border does not" },
+        { "Shift + left on a plane", "read the voxel under the mouse" },
+        { "Left drag beside, middle drag", "turn the view" },
+        { "Shift + middle drag", "move the view" },
+        { "Ctrl + middle drag, wheel", "go nearer or further" },
+      } },
+  };
+  return places;
 }
 
-QString zvHelpText::Legend()
+QString Translate(const char* text)
 {
-  QString rows;
-  for (const Gesture& gesture : LegendGestures)
-  {
-    rows += QString("<tr><td style='padding-right:10px'>%1</td><td>%2</td></tr>")
-              .arg(QCoreApplication::translate("zvHelpText", gesture.Hand),
-                QCoreApplication::translate("zvHelpText", gesture.Effect));
-  }
-  return QString("<table cellspacing='2'>%1</table>").arg(rows);
+  return QCoreApplication::translate("zvHelpText", text);
+}
+}
+
+QString zvHelpText::Row(const QString& hand, const QString& effect)
+{
+  return QString("<tr><td style='padding-right:14px; white-space:nowrap'><b>%1</b></td><td>%2</td>"
+                 "</tr>")
+    .arg(hand, effect);
+}
+
+QString zvHelpText::Table(const QString& title, const QString& rows)
+{
+  return QString("<p style='color:#7aa7ff; font-weight:600; margin-bottom:2px'>%1</p>"
+                 "<table cellspacing='1'>%2</table>")
+    .arg(title, rows);
 }
 
 QString zvHelpText::Mouse()
 {
-  QString rows;
-  for (const Gesture& gesture : Gestures)
+  QString text;
+  for (const Place& place : Places())
   {
-    rows += QString("<tr><td style='padding-right:18px'><b>%1</b></td><td>%2</td></tr>")
-              .arg(QCoreApplication::translate("zvHelpText", gesture.Hand),
-                QCoreApplication::translate("zvHelpText", gesture.Effect));
+    QString rows;
+    for (const Gesture& gesture : place.Gestures)
+    {
+      rows += Row(Translate(gesture.Hand), Translate(gesture.Effect));
+    }
+    text += Table(Translate(place.Title), rows);
   }
-  return QString("<table cellspacing='4'>%1</table><p>%2</p>")
-    .arg(rows,
-      QCoreApplication::translate("zvHelpText",
-        "Axial slices are seen from the feet, coronal ones from the front: the patient's right is "
-        "on the left. Sagittal slices are seen from the patient's left.<br>"
-        "In 3D grab a plane in its inner part: its border, a tenth of its size, does not move "
-        "it.<br>"
-        "Voxels count from the patient's right, front and feet. R, L, A, P, I and S are the "
-        "patient's right, left, front, back, lower and upper side."));
+  return text +
+    QString("<p style='color:#aeb6c2'>%1</p>")
+      .arg(Translate("Axial slices are seen from the feet, coronal ones from the front: the "
+                     "patient's right is on the left.<br>Sagittal slices are seen from the "
+                     "patient's left. Voxels count from the patient's right, front<br>and feet. R, "
+                     "L, A, P, I and S are the right, left, front, back, lower and upper side."));
 }
 
 QString zvHelpText::About()

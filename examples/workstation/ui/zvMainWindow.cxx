@@ -1,27 +1,30 @@
 #include "zvMainWindow.h"
 
 #include "zvEditBar.h"
+#include "zvHandTools.h"
 #include "zvHeadPhantom.h"
+#include "zvHelpOverlay.h"
 #include "zvHelpText.h"
 #include "zvLoadBar.h"
 #include "zvLoadProgress.h"
+#include "zvMaskControl.h"
+#include "zvMeasurementList.h"
+#include "zvMeasurementPanel.h"
 #include "zvNoticeBar.h"
+#include "zvPresetMenu.h"
 #include "zvSlicePanel.h"
+#include "zvToolSet.h"
 #include "zvTurnPanel.h"
 #include "zvViewGrid.h"
 #include "zvVolumeView.h"
 #include "zvVoxelText.h"
+#include "zvWindowMenus.h"
 #include "zvWindowPanel.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QFileDialog>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
-#include <QToolBar>
 #include <QVBoxLayout>
 
 #include "vtkImageData.h"
@@ -30,149 +33,125 @@
 
 namespace
 {
-constexpr int PanelWidth = 280;
+constexpr int PanelWidth = 360;
 const char* const ProgramName = "Workstation";
 }
 
 zvMainWindow::zvMainWindow()
-  : Views(new zvViewGrid)
+  : Tools(new zvToolSet(this))
+  , Measurements(new zvMeasurementList(this))
+  , Views(new zvViewGrid)
   , Slices(new zvSlicePanel)
   , Window(new zvWindowPanel)
   , Turns(new zvTurnPanel)
   , Notices(new zvNoticeBar)
   , LoadBar(new zvLoadBar)
   , Edit(new zvEditBar)
+  , MeasurementPanel(new zvMeasurementPanel(this->Measurements))
+  , Presets(new zvPresetMenu(this))
   , Status(new QLabel)
+  , Hint(new QLabel)
+  , Mask(std::make_unique<zvMaskControl>(this->Edit, this->Views))
 {
   this->setWindowTitle(ProgramName);
-  this->resize(1400, 900);
+  this->resize(1600, 1000);
   this->BuildLayout();
-  this->BuildMenus();
-  this->ConnectLoader();
+  this->BuildDocks();
+  this->BuildStatusBar();
+  zvWindowMenus::Build(*this);
+  this->Help = new zvHelpOverlay(this, this->menuBar());
+  this->ConnectLoaders();
+  this->ConnectViews();
   this->ConnectPanels();
-  this->ConnectEditBar();
+  this->ConnectTools();
 }
 
-zvMainWindow::~zvMainWindow() = default;
+// The views are taken down while all that listens to them is alive.
+zvMainWindow::~zvMainWindow()
+{
+  delete this->takeCentralWidget();
+}
 
 void zvMainWindow::BuildLayout()
 {
-  auto* left = new QVBoxLayout;
-  left->setSpacing(0);
-  left->addWidget(this->Notices);
-  left->addWidget(this->Views, 1);
+  auto* centre = new QWidget;
+  auto* layout = new QVBoxLayout(centre);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(this->Notices);
+  layout->addWidget(this->Views, 1);
+  this->setCentralWidget(centre);
+}
 
+void zvMainWindow::BuildDocks()
+{
   auto* panels = new QWidget;
-  panels->setFixedWidth(PanelWidth);
-  auto* right = new QVBoxLayout(panels);
-  right->addWidget(this->Slices);
-  right->addWidget(this->Window);
-  right->addWidget(this->Turns);
-  right->addStretch(1);
-  auto* legend = new QLabel(zvHelpText::Legend());
-  legend->setStyleSheet("color:#8f97a4;");
-  right->addWidget(legend);
+  panels->setMinimumWidth(PanelWidth);
+  panels->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum); // the rest is the table's
+  auto* layout = new QVBoxLayout(panels);
+  layout->setContentsMargins(6, 0, 6, 6);
+  layout->addWidget(this->Slices);
+  layout->addWidget(this->Window);
+  layout->addWidget(this->Turns);
   panels->setEnabled(false);
   connect(this, &zvMainWindow::shown, panels, [panels] { panels->setEnabled(true); });
+  auto* dock = new QDockWidget(tr("Planes and window"));
+  dock->setObjectName("planes");
+  dock->setWidget(panels);
+  this->addDockWidget(Qt::RightDockWidgetArea, dock);
+  this->addDockWidget(Qt::RightDockWidgetArea, this->MeasurementPanel);
+}
 
-  auto* centre = new QWidget;
-  auto* whole = new QHBoxLayout(centre);
-  whole->setContentsMargins(0, 0, 0, 0);
-  whole->setSpacing(0);
-  whole->addLayout(left, 1);
-  whole->addWidget(panels);
-  this->setCentralWidget(centre);
-
+void zvMainWindow::BuildStatusBar()
+{
   this->Status->setContentsMargins(8, 0, 0, 0);
+  this->Hint->setContentsMargins(0, 0, 8, 0);
+  this->Hint->setStyleSheet("color:#aeb6c2;");
   this->statusBar()->addWidget(this->Status, 1);
+  this->statusBar()->addPermanentWidget(this->Hint);
   this->statusBar()->addPermanentWidget(this->LoadBar);
   this->statusBar()->setSizeGripEnabled(false);
 }
 
-void zvMainWindow::BuildMenus()
+void zvMainWindow::ConnectLoaders()
 {
-  this->AddFileActions();
-  this->AddViewActions();
-  this->AddHelpActions();
-}
-
-void zvMainWindow::AddFileActions()
-{
-  QMenu* menu = this->menuBar()->addMenu(tr("&File"));
-  auto* bar = this->addToolBar(tr("File"));
-  bar->setObjectName("file");
-  bar->setMovable(false);
-  QAction* file =
-    menu->addAction(tr("&Open file..."), this, &zvMainWindow::AskForFile, QKeySequence::Open);
-  file->setToolTip(tr("Open a NIfTI, MetaImage, NRRD or DICOM file (Ctrl+O)"));
-  QAction* folder = menu->addAction(
-    tr("Open DICOM &folder..."), this, &zvMainWindow::AskForFolder, QKeySequence("Ctrl+Shift+O"));
-  folder->setToolTip(tr("Open a series of DICOM files (Ctrl+Shift+O)"));
-  bar->addAction(file);
-  bar->addAction(folder);
-  menu->addAction(tr("Open &mask..."), this, &zvMainWindow::AskForMask);
-  menu->addSeparator();
-  menu->addAction(tr("Example &volume"), this, &zvMainWindow::OpenExample);
-  menu->addAction(tr("Head &phantom"), this, [this] { this->OpenPhantom(); });
-  menu->addSeparator();
-  menu->addAction(
-    tr("&Cancel loading"), &this->Loader, &zvVolumeLoader::Cancel, QKeySequence("Esc"));
-  menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
-}
-
-void zvMainWindow::AddViewActions()
-{
-  QMenu* menu = this->menuBar()->addMenu(tr("&View"));
-  auto* bar = this->findChild<QToolBar*>("file");
-  QAction* reset = menu->addAction(
-    tr("&Reset view"), this->Views, &zvViewGrid::ResetActiveView, QKeySequence("R"));
-  reset->setToolTip(tr("The whole volume in the active view again (R)"));
-  QAction* straighten = menu->addAction(
-    tr("Planes &orthogonal"), this->Views, &zvViewGrid::Straighten, QKeySequence("O"));
-  straighten->setToolTip(tr("The planes along the axes again, through the cross (O)"));
-  QAction* all =
-    menu->addAction(tr("Reset &all"), this->Views, &zvViewGrid::ResetAll, QKeySequence("Shift+R"));
-  all->setToolTip(tr("All planes in the middle, all views as in the beginning (Shift+R)"));
-  bar->addSeparator();
-  bar->addActions({ reset, straighten, all });
-  // Whoever straightens the planes, the sliders go back with them.
-  for (QAction* action : { all, straighten })
-  {
-    connect(action, &QAction::triggered, this->Turns, &zvTurnPanel::ShowStraight);
-  }
-}
-
-void zvMainWindow::AddHelpActions()
-{
-  QMenu* menu = this->menuBar()->addMenu(tr("&Help"));
-  QAction* mouse = menu->addAction(
-    tr("&Mouse and keys"), this,
-    [this] { QMessageBox::information(this, tr("Mouse and keys"), zvHelpText::Mouse()); },
-    QKeySequence::HelpContents);
-  mouse->setToolTip(tr("What the mouse and the keys do (F1)"));
-  menu->addAction(tr("&About"), this,
-    [this] { QMessageBox::about(this, tr("About %1").arg(ProgramName), zvHelpText::About()); });
-  auto* bar = this->findChild<QToolBar*>("file");
-  bar->addSeparator();
-  bar->addAction(mouse);
-}
-
-void zvMainWindow::ConnectLoader()
-{
-  connect(&this->Loader, &zvVolumeLoader::started, this->LoadBar, &zvLoadBar::Begin);
-  connect(&this->Loader, &zvVolumeLoader::progressed, this->LoadBar, &zvLoadBar::ShowProgress);
-  connect(this->LoadBar, &zvLoadBar::cancelled, &this->Loader, &zvVolumeLoader::Cancel);
+  this->ConnectLoader(&this->Loader);
+  this->ConnectLoader(this->Mask->GetLoader());
   connect(&this->Loader, &zvVolumeLoader::loaded, this, &zvMainWindow::ShowVolume);
-  connect(&this->Loader, &zvVolumeLoader::refused, this, &zvMainWindow::ShowRefusal);
-  connect(&this->Loader, &zvVolumeLoader::cancelled, this,
+  connect(&this->Loader, &zvVolumeLoader::cancelled, this, &zvMainWindow::cancelled);
+  connect(this->Mask.get(), &zvMaskControl::opened, this,
     [this]
     {
-      this->LoadBar->End();
-      emit cancelled();
+      this->EndLoad();
+      emit maskOpened();
     });
 }
 
-void zvMainWindow::ConnectPanels()
+void zvMainWindow::ConnectLoader(zvVolumeLoader* loader)
+{
+  connect(loader, &zvVolumeLoader::started, this->LoadBar, &zvLoadBar::Begin);
+  connect(loader, &zvVolumeLoader::progressed, this->LoadBar, &zvLoadBar::ShowProgress);
+  connect(this->LoadBar, &zvLoadBar::cancelled, loader, &zvVolumeLoader::Cancel);
+  connect(loader, &zvVolumeLoader::cancelled, this, &zvMainWindow::EndLoad);
+  connect(loader, &zvVolumeLoader::refused, this,
+    [this](const QString& path, const QString& reason)
+    {
+      this->EndLoad();
+      this->Tell(path, tr("%1 is not shown:\n%2."), reason);
+      emit refused(path, reason);
+    });
+}
+
+// The other loader may still be at work.
+void zvMainWindow::EndLoad()
+{
+  if (!this->Loader.IsLoading() && !this->Mask->GetLoader()->IsLoading())
+  {
+    this->LoadBar->End();
+  }
+}
+
+void zvMainWindow::ConnectViews()
 {
   zvVolumeView* view = this->GetView();
   connect(view, &zvVolumeView::slicesChanged, this, &zvMainWindow::ShowSlices);
@@ -181,26 +160,38 @@ void zvMainWindow::ConnectPanels()
   connect(this->Views, &zvViewGrid::voxelSeen, this, &zvMainWindow::ShowVoxel);
   connect(this->Views, &zvViewGrid::nothingSeen, this,
     [this] { this->Status->setText(zvVoxelText::Hint()); });
-  connect(this->Slices, &zvSlicePanel::chosen, this->Views, &zvViewGrid::GoTo);
-  connect(this->Window, &zvWindowPanel::chosen, this->Views, &zvViewGrid::SetWindowLevel);
-  connect(this->Turns, &zvTurnPanel::turned, this->Views, &zvViewGrid::Turn);
-  connect(this->Turns, &zvTurnPanel::straightened, this->Views, &zvViewGrid::Straighten);
-  connect(this->Turns, &zvTurnPanel::straightened, this->Turns, &zvTurnPanel::ShowStraight);
+  connect(this->Views, &zvViewGrid::fillChanged, this->Edit, &zvEditBar::ShowFill);
 }
 
-void zvMainWindow::ConnectEditBar()
+void zvMainWindow::ConnectPanels()
 {
-  this->addToolBarBreak();
-  this->addToolBar(this->Edit);
-  this->Edit->setEnabled(false);
-  connect(this, &zvMainWindow::shown, this->Edit, [this] { this->Edit->setEnabled(true); });
-  connect(this->Edit, &zvEditBar::handChosen, this,
-    [this] { this->Views->SetHand(this->Edit->GetHand(), this->Edit->GetValue()); });
+  connect(this->Slices, &zvSlicePanel::chosen, this->Views, &zvViewGrid::GoTo);
+  connect(this->Window, &zvWindowPanel::chosen, this->Views, &zvViewGrid::SetWindowLevel);
+  connect(this->Presets, &zvPresetMenu::chosen, this->Views, &zvViewGrid::SetWindowLevel);
+  connect(this->Turns, &zvTurnPanel::turned, this->Views, &zvViewGrid::Turn);
+  connect(this->Turns, &zvTurnPanel::straightened, this, &zvMainWindow::Straighten);
   connect(this->Edit, &zvEditBar::undoChosen, this->Views, &zvViewGrid::UndoFill);
-  connect(this->Views, &zvViewGrid::fillChanged, this->Edit, &zvEditBar::ShowFill);
-  connect(this->Edit, &zvEditBar::maskChosen, this, &zvMainWindow::ShowMask);
-  connect(this->Edit, &zvEditBar::opacityChosen, this,
-    [this] { this->Views->SetMaskOpacity(this->Edit->GetOpacity()); });
+  connect(this->MeasurementPanel, &zvMeasurementPanel::exported, this,
+    [this](const QString& path)
+    { this->statusBar()->showMessage(tr("Written: %1").arg(path), 8000); });
+  connect(this->MeasurementPanel, &zvMeasurementPanel::failed, this,
+    [this](const QString& path, const QString& reason)
+    { this->Tell(path, tr("%1 is not written:\n%2."), reason); });
+}
+
+void zvMainWindow::ConnectTools()
+{
+  this->Edit->setEnabled(false);
+  connect(this, &zvMainWindow::shown, this->Edit,
+    [this]
+    {
+      this->Edit->setEnabled(true);
+      this->Tools->SetEnabled(true);
+    });
+  zvHandTools::AddTo(this->Tools, this->Views, this->Edit);
+  const auto showHint = [this] { this->Hint->setText(this->GetHintText()); };
+  connect(this->Tools, &zvToolSet::chosen, this, showHint);
+  showHint();
 }
 
 zvVolumeView* zvMainWindow::GetView() const
@@ -208,78 +199,17 @@ zvVolumeView* zvMainWindow::GetView() const
   return this->Views->GetVolumeView();
 }
 
-void zvMainWindow::ShowVoxel(const zvVoxel& voxel)
+QString zvMainWindow::GetStatusText() const
 {
-  zvVoxel known = voxel;
-  const int number = this->Atlas.GetNumberAt(voxel.Position.data());
-  known.Label = QString::fromStdString(this->Atlas.GetName(number));
-  this->Status->setText(
-    zvVoxelText::Describe(known, this->GetView()->GetVolume().IsOrientationKnown));
+  return this->Status->text();
 }
 
-void zvMainWindow::AskForMask()
+QString zvMainWindow::GetHintText() const
 {
-  const QString path = QFileDialog::getOpenFileName(this, tr("Open a mask"), QString(),
-    tr("Labels (*.nii *.nii.gz *.mha *.mhd *.nrrd *.nhdr);;All files (*)"));
-  if (!path.isEmpty() && this->OpenMask(path))
-  {
-    this->Edit->GetMaskAction()->setChecked(true);
-  }
+  return this->Tools->GetHint();
 }
 
-bool zvMainWindow::OpenMask(const QString& path)
-{
-  QApplication::setOverrideCursor(Qt::WaitCursor);
-  zvLoadProgress progress;
-  const zvLoadResult result = zvVolumeReader::Read(path.toStdString(), progress);
-  QApplication::restoreOverrideCursor();
-  if (result.Ending != zvLoadResult::Outcome::Loaded)
-  {
-    this->ShowRefusal(path, QString::fromStdString(result.Reason));
-    return false;
-  }
-  this->AtlasPath = path;
-  this->Atlas = zvLabelAtlas(result.Volume.Image, path.toStdString());
-  this->Edit->ShowAtlas(true, this->Atlas);
-  this->ShowMask();
-  return true;
-}
-
-// The labels are read when they are first asked for.
-void zvMainWindow::ShowMask()
-{
-  const bool isWanted = this->Edit->IsMaskWanted();
-  if (isWanted && this->Atlas.IsEmpty())
-  {
-    if (!this->OpenMask(this->AtlasPath))
-    {
-      this->Edit->GetMaskAction()->setChecked(false);
-    }
-    return;
-  }
-  const auto mask = isWanted ? this->Atlas.MakeMask(this->Edit->GetRegion()) : nullptr;
-  this->Views->SetMask(mask, this->Edit->GetOpacity());
-}
-
-void zvMainWindow::AskForFile()
-{
-  const QString path = QFileDialog::getOpenFileName(this, tr("Open a volume"), QString(),
-    tr("Volumes (*.nii *.nii.gz *.hdr *.img *.mha *.mhd *.nrrd *.nhdr *.dcm);;All files (*)"));
-  if (!path.isEmpty())
-  {
-    this->Open(path);
-  }
-}
-
-void zvMainWindow::AskForFolder()
-{
-  const QString path = QFileDialog::getExistingDirectory(this, tr("Open a folder of DICOM files"));
-  if (!path.isEmpty())
-  {
-    this->Open(path);
-  }
-}
-
+//------------------------------------------------------------------------------
 void zvMainWindow::Open(const QString& path)
 {
   this->Loader.Load(path);
@@ -308,14 +238,97 @@ void zvMainWindow::OpenPhantom()
   this->OpenPhantom(zvHeadPhantom::UsualSide);
 }
 
+void zvMainWindow::OpenMask(const QString& path)
+{
+  this->Mask->Open(path);
+}
+
+void zvMainWindow::AskForFile()
+{
+  const QString path = QFileDialog::getOpenFileName(this, tr("Open a volume"), QString(),
+    tr("Volumes (*.nii *.nii.gz *.hdr *.img *.mha *.mhd *.nrrd *.nhdr *.dcm);;All files (*)"));
+  if (!path.isEmpty())
+  {
+    this->Open(path);
+  }
+}
+
+void zvMainWindow::AskForFolder()
+{
+  const QString path = QFileDialog::getExistingDirectory(this, tr("Open a folder of DICOM files"));
+  if (!path.isEmpty())
+  {
+    this->Open(path);
+  }
+}
+
+void zvMainWindow::AskForMask()
+{
+  const QString path = QFileDialog::getOpenFileName(this, tr("Open a mask"), QString(),
+    tr("Labels (*.nii *.nii.gz *.mha *.mhd *.nrrd *.nhdr);;All files (*)"));
+  if (!path.isEmpty())
+  {
+    this->OpenMask(path);
+    this->Edit->GetMaskAction()->setChecked(true);
+  }
+}
+
+// Whoever straightens the planes, the sliders go back with them.
+void zvMainWindow::Straighten()
+{
+  this->Views->Straighten();
+  this->Turns->ShowStraight();
+}
+
+void zvMainWindow::ResetAll()
+{
+  this->Views->ResetAll();
+  this->Turns->ShowStraight();
+}
+
+void zvMainWindow::ShowAbout()
+{
+  QMessageBox::about(this, tr("About %1").arg(ProgramName), zvHelpText::About());
+}
+
+void zvMainWindow::GoBack()
+{
+  if (this->Help->isVisible())
+  {
+    this->Help->Toggle();
+  }
+  else if (this->LoadBar->isVisible())
+  {
+    this->Loader.Cancel();
+    this->Mask->GetLoader()->Cancel();
+  }
+  else
+  {
+    this->Tools->Leave();
+  }
+}
+
+//------------------------------------------------------------------------------
 void zvMainWindow::ShowVolume(const zvVolume& volume)
 {
-  this->LoadBar->End();
+  this->EndLoad();
+  this->Tools->Leave();
+  this->Measurements->RemoveAll();
   const std::vector<zvWindowPreset> presets = zvWindowPresets::For(volume);
   const int type = volume.Image->GetScalarType();
   this->Window->ShowPresets(presets, type != VTK_FLOAT && type != VTK_DOUBLE);
+  this->Presets->ShowPresets(presets);
   this->Turns->ShowStraight();
   this->Status->setText(zvVoxelText::Hint());
+  this->ShowNotices(volume);
+  this->setWindowTitle(tr("%1 - %2").arg(QString::fromStdString(volume.Name), ProgramName));
+  this->BeginEditing(volume);
+  this->Views->ShowVolume(volume, presets.front().Value);
+  emit shown();
+}
+
+void zvMainWindow::ShowNotices(const zvVolume& volume)
+{
   QStringList notices;
   for (const std::string& notice : volume.Notices)
   {
@@ -326,10 +339,6 @@ void zvMainWindow::ShowVolume(const zvVolume& volume)
     notices += tr("The file does not say how the patient lies: sides are not marked.");
   }
   this->Notices->ShowNotices(notices);
-  this->setWindowTitle(tr("%1 - %2").arg(QString::fromStdString(volume.Name), ProgramName));
-  this->BeginEditing(volume);
-  this->Views->ShowVolume(volume, presets.front().Value);
-  emit shown();
 }
 
 // Painting begins with the largest value, which is seen best; the mask is the one of the folder.
@@ -339,22 +348,15 @@ void zvMainWindow::BeginEditing(const zvVolume& volume)
   const double highest = std::min(volume.Image->GetScalarTypeMax(), 1.0e9);
   const double value = std::min(std::max(volume.Image->GetScalarRange()[1], lowest), highest);
   this->Edit->Begin(static_cast<int>(value), static_cast<int>(lowest), static_cast<int>(highest));
-  this->Atlas = zvLabelAtlas();
-  this->AtlasPath = QString::fromStdString(zvLabelAtlas::FindBeside(volume.File));
-  this->Edit->ShowAtlas(!this->AtlasPath.isEmpty(), this->Atlas);
+  this->Mask->Begin(volume.File);
 }
 
-void zvMainWindow::ShowRefusal(const QString& path, const QString& reason)
+void zvMainWindow::ShowVoxel(const zvVoxel& voxel)
 {
-  this->LoadBar->End();
-  if (this->TellsRefusals)
-  {
-    auto* box = new QMessageBox(QMessageBox::Warning, ProgramName,
-      tr("%1 is not shown:\n%2.").arg(path, reason), QMessageBox::Ok, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
-  }
-  emit refused(path, reason);
+  zvVoxel known = voxel;
+  known.Label = this->Mask->GetNameAt(voxel.Position.data());
+  this->Status->setText(
+    zvVoxelText::Describe(known, this->GetView()->GetVolume().IsOrientationKnown));
 }
 
 void zvMainWindow::ShowSlices()
@@ -366,7 +368,14 @@ void zvMainWindow::ShowSlices()
   }
 }
 
-QString zvMainWindow::GetStatusText() const
+// \param what  a sentence with places for the path and the reason.
+void zvMainWindow::Tell(const QString& path, const QString& what, const QString& reason)
 {
-  return this->Status->text();
+  if (this->TellsRefusals)
+  {
+    auto* box = new QMessageBox(
+      QMessageBox::Warning, ProgramName, what.arg(path, reason), QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+  }
 }

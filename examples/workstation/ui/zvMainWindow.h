@@ -1,17 +1,23 @@
 #ifndef zvMainWindow_h
 #define zvMainWindow_h
 
-#include "zvLabelAtlas.h"
 #include "zvVolumeLoader.h"
-#include "zvWindowPresets.h"
 
 #include <QMainWindow>
 
+#include <memory>
+
 class QLabel;
 class zvEditBar;
+class zvHelpOverlay;
 class zvLoadBar;
+class zvMaskControl;
+class zvMeasurementList;
+class zvMeasurementPanel;
 class zvNoticeBar;
+class zvPresetMenu;
 class zvSlicePanel;
+class zvToolSet;
 class zvTurnPanel;
 class zvViewGrid;
 class zvVolumeView;
@@ -19,7 +25,7 @@ struct zvVoxel;
 class zvWindowPanel;
 
 /// The window: the views, the panels beside them, the menus, and the loads. It puts the parts
-/// together and holds no knowledge of its own about volumes.
+/// together and holds no knowledge of its own about volumes, tools or marks.
 class zvMainWindow : public QMainWindow
 {
   Q_OBJECT
@@ -36,61 +42,85 @@ public:
   void OpenPhantom(int side);
   void OpenPhantom();
 
+  /// Load a volume of labels, to be shown as the mask of the one on the screen. It ends in the
+  /// signal maskOpened or refused, or in none if it is cancelled.
+  void OpenMask(const QString& path);
+
   /// Whether a refusal is told in a message box (default) or by the signal refused alone.
   void SetTellsRefusals(bool tells) { this->TellsRefusals = tells; }
 
-  /// Show a volume of labels as the mask of the one on the screen. False, after a refusal, if it
-  /// cannot be read.
-  bool OpenMask(const QString& path);
-
   zvViewGrid* GetViews() const { return this->Views; }
   zvVolumeView* GetView() const; // the 3D one
+  zvToolSet* GetTools() const { return this->Tools; }
+  zvMeasurementList* GetMeasurements() const { return this->Measurements; }
+  zvMeasurementPanel* GetMeasurementPanel() const { return this->MeasurementPanel; }
   zvEditBar* GetEditBar() const { return this->Edit; }
   zvSlicePanel* GetSlicePanel() const { return this->Slices; }
   zvWindowPanel* GetWindowPanel() const { return this->Window; }
   zvTurnPanel* GetTurnPanel() const { return this->Turns; }
+  zvPresetMenu* GetPresetMenu() const { return this->Presets; }
   zvNoticeBar* GetNoticeBar() const { return this->Notices; }
   zvLoadBar* GetLoadBar() const { return this->LoadBar; }
+  zvHelpOverlay* GetHelp() const { return this->Help; }
   QString GetStatusText() const;
+  /// What the mouse does with the active tool.
+  QString GetHintText() const;
+
+public slots:
+  /// \name What the menus ask for
+  ///@{
+  void AskForFile();
+  void AskForFolder();
+  void AskForMask();
+  void ResetAll();
+  void Straighten();
+  void ShowAbout();
+  /// The key Esc: close the help, or cancel the loads, or leave the tool.
+  void GoBack();
+  ///@}
 
 signals:
   /// A volume has come onto the screen.
   void shown();
+  void maskOpened();
   /// A load has ended without one.
   void refused(const QString& path, const QString& reason);
   void cancelled();
 
 private:
   void BuildLayout();
-  void BuildMenus();
-  void AddFileActions();
-  void AddViewActions();
-  void AddHelpActions();
-  void ConnectLoader();
+  void BuildDocks();
+  void BuildStatusBar();
+  void ConnectLoaders();
+  void ConnectLoader(zvVolumeLoader* loader);
+  void ConnectViews();
   void ConnectPanels();
-  void ConnectEditBar();
-  void AskForMask();
-  void BeginEditing(const zvVolume& volume);
-  void ShowMask();
-  void ShowVoxel(const zvVoxel& voxel);
-  void AskForFile();
-  void AskForFolder();
+  void ConnectTools();
+  void EndLoad();
   void ShowVolume(const zvVolume& volume);
-  void ShowRefusal(const QString& path, const QString& reason);
+  void BeginEditing(const zvVolume& volume);
+  void ShowNotices(const zvVolume& volume);
+  void ShowVoxel(const zvVoxel& voxel);
   void ShowSlices();
+  void Tell(const QString& path, const QString& what, const QString& reason);
 
   bool TellsRefusals = true;
   zvVolumeLoader Loader;
-  zvLabelAtlas Atlas; // empty until a mask is asked for
-  QString AtlasPath;  // of the one that is offered
-  zvViewGrid* Views;  // these are owned by Qt's tree of widgets
+  zvToolSet* Tools; // these are owned by Qt's tree of objects
+  zvMeasurementList* Measurements;
+  zvViewGrid* Views;
   zvSlicePanel* Slices;
   zvWindowPanel* Window;
   zvTurnPanel* Turns;
   zvNoticeBar* Notices;
   zvLoadBar* LoadBar;
   zvEditBar* Edit;
+  zvMeasurementPanel* MeasurementPanel;
+  zvPresetMenu* Presets;
   QLabel* Status;
+  QLabel* Hint;
+  zvHelpOverlay* Help = nullptr;
+  std::unique_ptr<zvMaskControl> Mask;
 };
 
 #endif

@@ -187,12 +187,11 @@ void zvSliceView::resizeEvent(QResizeEvent* event)
   this->FitScale();
 }
 
-void zvSliceView::SetHand(Hand hand, int value)
+void zvSliceView::SetHand(Hand hand)
 {
   this->LeftHand = hand;
   this->Viewer->SetPaintMode(hand == Hand::Paint);
   this->Viewer->SetFillMode(hand == Hand::Fill);
-  this->Viewer->SetFillValue(value);
   if (this->HasVolume())
   {
     // A press on a line would turn it instead.

@@ -71,8 +71,8 @@ public:
   /// The whole slice in the view again.
   void ResetCamera();
 
-  /// What the left button does, and the value that it writes.
-  void SetHand(Hand hand, int value);
+  /// What the left button does.
+  void SetHand(Hand hand);
 
   void SetWindowLevel(const zvWindowValues& value);
 

@@ -3,6 +3,7 @@
 #include "zvEditBar.h"
 #include "zvImageViewerWidget.h"
 #include "zvMainWindow.h"
+#include "zvToolSet.h"
 #include "zvTurnPanel.h"
 #include "zvViewGrid.h"
 #include "zvViewHand.h"
@@ -216,7 +217,11 @@ void zvTour::ShowMask()
 {
   this->Tidy();
   zvEditBar* edit = this->Window.GetEditBar();
+  QEventLoop loop;
+  QObject::connect(&this->Window, &zvMainWindow::maskOpened, &loop, &QEventLoop::quit);
+  QObject::connect(&this->Window, &zvMainWindow::refused, &loop, &QEventLoop::quit);
   edit->GetMaskAction()->setChecked(true);
+  loop.exec();
   edit->GetOpacitySlider()->setValue(45);
   zvViewHand hand(this->Window.GetViews()->GetSliceView(2));
   hand.MoveTo(hand.Part(-0.3, 0.1));
@@ -236,7 +241,7 @@ void zvTour::PaintAndFill()
   const bool isBright = view->GetViewer()->GetCurrentImageValue() > value.Level;
   edit->GetValueBox()->setValue(
     static_cast<int>(value.Level + (isBright ? -0.35 : 0.35) * value.Window));
-  edit->GetPaintAction()->setChecked(true);
+  this->Window.GetTools()->Choose("paint");
   constexpr int steps = 400;
   constexpr double fullCircle = 6.283185307179586;
   const auto onRing = [&hand](int step)
@@ -251,10 +256,10 @@ void zvTour::PaintAndFill()
     hand.MoveTo(onRing(step));
   }
   hand.Release();
-  edit->GetFillAction()->setChecked(true);
+  this->Window.GetTools()->Choose("fill");
   hand.MoveTo(hand.Part(0.14, 0.1));
   hand.Click(Qt::LeftButton, hand.Part(0.14, 0.1));
-  edit->GetFillAction()->setChecked(false);
+  this->Window.GetTools()->Leave();
   hand.Click(Qt::LeftButton, hand.Part(0.14, 0.1));
 }
 

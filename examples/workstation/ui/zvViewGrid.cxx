@@ -245,12 +245,20 @@ void zvViewGrid::Straighten()
   this->Link->Straighten();
 }
 
-void zvViewGrid::SetHand(zvSliceView::Hand hand, int value)
+void zvViewGrid::SetHand(zvSliceView::Hand hand)
 {
   const zvOneRender render(this->Group);
   for (zvSliceView* view : this->SliceViews)
   {
-    view->SetHand(hand, value);
+    view->SetHand(hand);
+  }
+}
+
+void zvViewGrid::SetFillValue(int value)
+{
+  for (zvSliceView* view : this->SliceViews)
+  {
+    view->GetViewer()->SetFillValue(value);
   }
 }
 

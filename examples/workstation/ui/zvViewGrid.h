@@ -50,8 +50,10 @@ public:
   void Turn(int axis, double degrees);
   void Straighten();
 
-  /// What the left button does in the slice views, and the value that it writes.
-  void SetHand(zvSliceView::Hand hand, int value);
+  /// What the left button does in the slice views.
+  void SetHand(zvSliceView::Hand hand);
+  /// What paint and fill write.
+  void SetFillValue(int value);
   /// Take back the fill of the last press.
   void UndoFill();
 

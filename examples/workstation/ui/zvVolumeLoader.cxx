@@ -1,6 +1,7 @@
 #include "zvVolumeLoader.h"
 
 #include "zvFileFacts.h"
+#include "zvLabelAtlas.h"
 #include "zvLoadProgress.h"
 
 #include <QMetaObject>
@@ -35,6 +36,13 @@ void zvVolumeLoader::LoadPhantom(int side)
 {
   this->Start(tr("head phantom"),
     [side](zvLoadProgress& progress) { return zvVolumeReader::MakePhantom(side, progress); });
+}
+
+void zvVolumeLoader::LoadLabels(const QString& path)
+{
+  this->Start(path,
+    [file = path.toStdString()](zvLoadProgress& progress)
+    { return zvVolumeReader::ReadLabels(file, progress); });
 }
 
 void zvVolumeLoader::Start(const QString& path, const Work& work)
@@ -100,6 +108,11 @@ void zvVolumeLoader::Tell(const Job& job)
   switch (job.Result.Ending)
   {
     case zvLoadResult::Outcome::Loaded:
+      if (job.Result.Labels)
+      {
+        emit labelsLoaded(*job.Result.Labels);
+        break;
+      }
       emit loaded(job.Result.Volume);
       break;
     case zvLoadResult::Outcome::Refused:

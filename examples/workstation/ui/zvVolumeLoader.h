@@ -16,9 +16,9 @@ class zvLoadProgress;
 
 /// Loads volumes on a thread of its own, one at a time, while the window stays alive.
 ///
-/// Each load ends in exactly one of the signals loaded, refused and cancelled, from the thread of
-/// this object. A cancel is answered at once; a reader that cannot stop in the middle of a file
-/// goes on unseen, and is waited for by the destructor.
+/// Each load ends in exactly one of the signals loaded, labelsLoaded, refused and cancelled, from
+/// the thread of this object. A cancel is answered at once; a reader that cannot stop in the middle
+/// of a file goes on unseen, and is waited for by the destructor.
 class zvVolumeLoader : public QObject
 {
   Q_OBJECT
@@ -31,6 +31,8 @@ public:
   /// still runs is cancelled first.
   void Load(const QString& path);
   void LoadPhantom(int side);
+  /// The same for a volume of labels.
+  void LoadLabels(const QString& path);
 
   bool IsLoading() const { return this->Current != nullptr; }
 
@@ -43,6 +45,7 @@ signals:
   /// \param fraction  the part done, 0 to 1.
   void progressed(double fraction);
   void loaded(const zvVolume& volume);
+  void labelsLoaded(const zvLabelAtlas& labels);
   void refused(const QString& path, const QString& reason);
   void cancelled();
 

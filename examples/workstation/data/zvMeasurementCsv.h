@@ -1,0 +1,29 @@
+#ifndef zvMeasurementCsv_h
+#define zvMeasurementCsv_h
+
+#include <string>
+#include <vector>
+
+/// A measurement as a line of a table; texts in UTF-8.
+struct zvMeasurementRow
+{
+  std::string Kind;
+  std::string Name;
+  std::string View;
+  std::string Slice;
+  std::string Value;
+  std::string Unit;
+};
+
+/// The table as comma-separated values.
+namespace zvMeasurementCsv
+{
+/// A field as it stands in a line: in double quotes if it holds a comma, a double quote or an end
+/// of line, with each double quote of its own doubled; otherwise as it is.
+std::string Quote(const std::string& field);
+
+/// The header "Kind,Name,View,Slice,Value,Unit" and a line a row, each ended by CR LF.
+std::string Write(const std::vector<zvMeasurementRow>& rows);
+}
+
+#endif
