@@ -3,6 +3,7 @@
 #include "zvSliceReslice.h"
 #include "zvDice.h"
 #include "zvImageBytes.h"
+#include "zvSliceSampling.h"
 #include "zvTestKit.h"
 
 #include <vtkCallbackCommand.h>
@@ -32,6 +33,16 @@ using zvtest::HaveSameBytes;
 
 class SliceReslice : public zvtest::QuietTest
 {
+};
+
+/// Once with the loops that the processor at hand is given, once with those that any can run.
+class SliceResliceLoops
+  : public SliceReslice
+  , public ::testing::WithParamInterface<bool>
+{
+protected:
+  SliceResliceLoops() { zvSliceReslice::AllowWideLoops(this->GetParam()); }
+  ~SliceResliceLoops() override { zvSliceReslice::AllowWideLoops(true); }
 };
 
 /// Everything that decides a slice.
@@ -248,7 +259,17 @@ void DrawAny(SliceCase& slice, Dice& dice)
 }
 }
 
-TEST_F(SliceReslice, AlignedNearestHasTheStockBytes)
+INSTANTIATE_TEST_SUITE_P(Loops, SliceResliceLoops, ::testing::Values(true, false),
+  [](const auto& row) { return row.param ? "Widest" : "Portable"; });
+
+TEST_P(SliceResliceLoops, AreThoseThatAreAllowed)
+{
+  const bool isPortable =
+    zvSliceSampling::ChooseRowBlender<short>() == &zvSliceSampling::BlendRowAnywhere<short>;
+  EXPECT_EQ(isPortable, !this->GetParam() || !zvSliceSampling::HasWideRegisters());
+}
+
+TEST_P(SliceResliceLoops, AlignedNearestHasTheStockBytes)
 {
   CompareMany(4000, 1000,
     [](SliceCase& slice, Dice& dice)
@@ -258,7 +279,7 @@ TEST_F(SliceReslice, AlignedNearestHasTheStockBytes)
     });
 }
 
-TEST_F(SliceReslice, AlignedLinearHasTheStockBytes)
+TEST_P(SliceResliceLoops, AlignedLinearHasTheStockBytes)
 {
   CompareMany(4000, 20000,
     [](SliceCase& slice, Dice& dice)
@@ -268,7 +289,7 @@ TEST_F(SliceReslice, AlignedLinearHasTheStockBytes)
     });
 }
 
-TEST_F(SliceReslice, ObliqueNearestHasTheStockBytes)
+TEST_P(SliceResliceLoops, ObliqueNearestHasTheStockBytes)
 {
   CompareMany(4000, 30000,
     [](SliceCase& slice, Dice& dice)
@@ -278,7 +299,7 @@ TEST_F(SliceReslice, ObliqueNearestHasTheStockBytes)
     });
 }
 
-TEST_F(SliceReslice, ObliqueLinearHasTheStockBytes)
+TEST_P(SliceResliceLoops, ObliqueLinearHasTheStockBytes)
 {
   CompareMany(4000, 40000,
     [](SliceCase& slice, Dice& dice)
@@ -400,7 +421,7 @@ TEST_F(SliceReslice, AStencilIsFollowed)
     });
 }
 
-TEST_F(SliceReslice, ALargeSliceOnSeveralThreadsHasTheStockBytes)
+TEST_P(SliceResliceLoops, ALargeSliceOnSeveralThreadsHasTheStockBytes)
 {
   CompareMany(24, 90000,
     [](SliceCase& slice, Dice& dice)

@@ -89,6 +89,12 @@ bool zvSliceReslice::IsTooLarge(const int extent[6])
 }
 
 //------------------------------------------------------------------------------
+void zvSliceReslice::AllowWideLoops(bool allowed)
+{
+  zvSliceSampling::AreWideLoopsAllowed = allowed;
+}
+
+//------------------------------------------------------------------------------
 int zvSliceReslice::RequestData(
   vtkInformation* request, vtkInformationVector** inputs, vtkInformationVector* outputs)
 {

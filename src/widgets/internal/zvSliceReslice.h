@@ -25,6 +25,11 @@ public:
   /// Whether an output extent has more pixels than a texture can (2^28, 16384 by 16384).
   static bool IsTooLarge(const int extent[6]);
 
+  /// Let all reslices of the process run the loops that are made for wide registers where the
+  /// processor has them (true, the default), or the portable ones (false). The bytes are the same;
+  /// this is there so that tests can run both on one machine.
+  static void AllowWideLoops(bool allowed);
+
   zvSliceReslice(const zvSliceReslice&) = delete;
   zvSliceReslice& operator=(const zvSliceReslice&) = delete;
 

@@ -2,6 +2,7 @@
 #define zvSliceSampling_h
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -460,12 +461,25 @@ template <typename T>
 using RowBlender = void (*)(
   const LineBlend<T>&, int, double*, const RowWeights&, const Stretch*, int, int, T*);
 
-/// The quickest way for the processor at hand.
+/// Whether this processor has the registers for which the wide loops are made.
+inline bool HasWideRegisters()
+{
+#ifdef ZV_SLICE_WIDE
+  return __builtin_cpu_supports("avx2") != 0;
+#else
+  return false;
+#endif
+}
+
+/// False lets all processors run the portable loops. Read by several threads.
+inline std::atomic<bool> AreWideLoopsAllowed{ true };
+
+/// The quickest way that is allowed on the processor at hand.
 template <typename T>
 RowBlender<T> ChooseRowBlender()
 {
 #ifdef ZV_SLICE_WIDE
-  if (__builtin_cpu_supports("avx2"))
+  if (AreWideLoopsAllowed && HasWideRegisters())
   {
     return &BlendRowWidely<T>;
   }
