@@ -5,12 +5,10 @@
 #include "zvImageViewerWidget.h"
 #include "zvNumbers.h"
 #include "zvObservedSubjects.h"
-#include "zvPick.h"
 #include "zvViewLookup.h"
+#include "zvViewPicker.h"
 
 #include "vtkActor.h"
-#include "vtkAssemblyNode.h"
-#include "vtkAssemblyPath.h"
 #include "vtkCellPicker.h"
 #include "vtkConeSource.h"
 #include "vtkLineSource.h"
@@ -87,6 +85,7 @@ const std::array<zvNormalWidget::Viewer, 3> zvNormalWidget::Viewers = {
 // Deliberate: no callback for EventCallbackCommand. With Interaction on it is attached to the
 // interactor, whose events the viewers hand on already; answering both would do everything twice.
 zvNormalWidget::zvNormalWidget()
+  : HandlePicker(vtkSmartPointer<zvViewPicker>::New())
 {
   std::fill_n(this->LastPickPosition, 3, 0.0);
   this->NormalProperty->SetColor(1.0, 1.0, 1.0);
@@ -156,7 +155,7 @@ void zvNormalWidget::SetEnabled(int enabling)
 void zvNormalWidget::Show()
 {
   vtkRenderer* renderer = zvViewLookup::Choose(this->CurrentRenderer, this->Interactor);
-  if (!renderer || this->WarnOfMissingView())
+  if (!renderer || this->WarnOfMissingView("enabling the widget"))
   {
     return;
   }
@@ -282,7 +281,8 @@ void zvNormalWidget::SetViewerWidgetCurrent(zvImageViewerWidget* viewer)
   vtkRenderWindowInteractor* interactor = InteractorOf(viewer);
   if (!interactor)
   {
-    vtkGenericWarningMacro("the current viewer needs a renderer in a window with an interactor");
+    vtkGenericWarningMacro(
+      "set a viewer whose renderer is in a window with an interactor for ViewerWidgetCurrent...");
     return;
   }
   // To be disabled by the change may bring an observer to release the widget or the renderer.
@@ -312,7 +312,7 @@ std::array<vtkRenderer*, 4> zvNormalWidget::GetViews()
 
 // True, with a warning, if one was never set or a viewer shows nothing. A view that is gone is not
 // missed.
-bool zvNormalWidget::WarnOfMissingView()
+bool zvNormalWidget::WarnOfMissingView(const char* before)
 {
   const std::array<vtkRenderer*, 4> views = this->GetViews();
   for (std::size_t i = 0; i < views.size(); ++i)
@@ -320,8 +320,8 @@ bool zvNormalWidget::WarnOfMissingView()
     const bool hasLostRenderer = i < Viewers.size() && this->*Viewers[i] && !views[i];
     if (!this->IsSet[i] || hasLostRenderer)
     {
-      vtkGenericWarningMacro(<< ViewNames[i]
-                             << (this->IsSet[i] ? " has no current renderer" : " is not set"));
+      const char* const part = this->IsSet[i] ? "the renderer of " : "";
+      vtkGenericWarningMacro("set " << part << ViewNames[i] << " before " << before << "...");
       return true;
     }
   }
@@ -332,7 +332,7 @@ void zvNormalWidget::RenderesUpdate()
 {
   // An observer of a render may release the widget or one of the views.
   const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
-  this->WarnOfMissingView();
+  this->WarnOfMissingView("rendering the views");
   for (Viewer viewer : Viewers)
   {
     zvViewLookup::Render(InteractorOf(this->*viewer));
@@ -345,7 +345,7 @@ void zvNormalWidget::RenderesUpdate()
 
 void zvNormalWidget::AddActorInRenderers(vtkProp* prop)
 {
-  if (!prop || this->WarnOfMissingView())
+  if (!prop || this->WarnOfMissingView("showing a prop"))
   {
     return;
   }
@@ -363,14 +363,14 @@ void zvNormalWidget::RemoveActorOfRenderers(vtkProp* prop)
 {
   if (prop)
   {
-    this->WarnOfMissingView();
+    this->WarnOfMissingView("hiding a prop");
     this->TakeOut(prop);
   }
 }
 
 void zvNormalWidget::RemoveAllActorsOfRenderers()
 {
-  this->WarnOfMissingView();
+  this->WarnOfMissingView("hiding the parts");
   this->TakeOutAll();
 }
 
@@ -408,10 +408,10 @@ void zvNormalWidget::AddHandle(double* x)
   }
   if (!x || !zvNumbers::AreFinite(x))
   {
-    vtkGenericWarningMacro("a handle needs a finite position");
+    vtkGenericWarningMacro("give the handle a finite position...");
     return;
   }
-  if (this->WarnOfMissingView())
+  if (this->WarnOfMissingView("placing a handle"))
   {
     return;
   }
@@ -597,16 +597,15 @@ void zvNormalWidget::OnLeftButtonDown()
   this->RenderesUpdate();
 }
 
-// What the mouse is on, if the view shows it, and where: on a miss at the depth of the camera's
-// focal point.
+// What the mouse is on. Where comes to the last pick position, on a miss at the depth of the
+// camera's focal point.
 vtkProp* zvNormalWidget::PickPart()
 {
   const int* position = this->Interactor->GetEventPosition();
-  zvPick::At(this->HandlePicker, position[0], position[1], this->CurrentRenderer);
+  vtkProp* part =
+    zvViewPicker::PickProp(this->HandlePicker, position[0], position[1], this->CurrentRenderer);
   this->HandlePicker->GetPickPosition(this->LastPickPosition);
-  vtkAssemblyPath* path = this->HandlePicker->GetPath();
-  vtkProp* prop = path ? path->GetFirstNode()->GetViewProp() : nullptr;
-  return prop && this->CurrentRenderer->HasViewProp(prop) ? prop : nullptr;
+  return part;
 }
 
 void zvNormalWidget::GrabCone(vtkConeSource* source, vtkActor* actor)

@@ -7,6 +7,7 @@
 
 #include "vtkCallbackCommand.h"
 #include "vtkNew.h"
+#include "vtkSmartPointer.h"
 #include "vtkWeakPointer.h"
 
 #include <array>
@@ -61,10 +62,10 @@ class zvViewerWidgetCallback;
 /// Other events: EnableEvent and DisableEvent by SetEnabled. No event has call data. A viewer's
 /// event reaches its other observers in any case.
 ///
-/// Missing views: an operation that needs one which was not set, or a viewer without a current
-/// renderer, writes one generic warning, "ViewerWidgetX is not set" or "ViewerWidgetX has no
-/// current renderer" and so on, and what it would show is not shown anywhere. A view that was set
-/// and has been deleted is left out silently.
+/// Missing views: an operation that shows something or renders, while a view is not set or a viewer
+/// is without a current renderer, writes one generic warning: "set ViewerWidgetX before placing a
+/// handle...", "set the renderer of ViewerWidgetX before rendering the views..." and so on. Nothing
+/// is placed or shown then. A view that was set and has been deleted is left out silently.
 ///
 /// Lifetime: the widget may be deleted at any moment, enabled, in mid-drag or from its own
 /// observer, before or after its viewers, interactors, windows and renderers. It keeps neither
@@ -133,7 +134,8 @@ public:
   ///@{
   /// The viewer that told the last event. Setting it takes over its interactor and its renderer.
   /// Null, or a viewer that is not in a window with an interactor, is refused with the generic
-  /// warning "the current viewer needs a renderer in a window with an interactor".
+  /// warning "set a viewer whose renderer is in a window with an interactor for
+  /// ViewerWidgetCurrent...".
   void SetViewerWidgetCurrent(zvImageViewerWidget* viewer);
   zvImageViewerWidget* GetViewerWidgetCurrent();
   ///@}
@@ -153,7 +155,7 @@ public:
 
   /// Place the next point at \a x and show what is complete: the first cone, then line and both
   /// cones; render the four views. After the second point it does nothing. Null or a position that
-  /// is not finite is refused with the generic warning "a handle needs a finite position".
+  /// is not finite is refused with the generic warning "give the handle a finite position...".
   void AddHandle(double* x);
 
   /// The unit vector from point 1 to point 2, zero if they are equal. Null is ignored.
@@ -224,7 +226,7 @@ protected:
 
   /// The number of props in its list tells how far the placing has come: the line, the first cone,
   /// the second. It keeps to the list from then on only.
-  vtkNew<vtkCellPicker> HandlePicker;
+  vtkSmartPointer<vtkCellPicker> HandlePicker;
 
   vtkNew<vtkProperty> NormalProperty;
   vtkNew<vtkProperty> SelectedNormalProperty;
@@ -256,7 +258,7 @@ private:
 
   void SetViewer(View view, zvImageViewerWidget* viewer);
   std::array<vtkRenderer*, 4> GetViews();
-  bool WarnOfMissingView();
+  bool WarnOfMissingView(const char* before);
   void TakeOut(vtkProp* prop);
   void TakeOutAll();
 

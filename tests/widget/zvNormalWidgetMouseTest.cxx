@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using zvtest::Display;
@@ -260,6 +259,26 @@ TEST_F(NormalWidgetMouse, PartsThatAreNotShownAreNotHit)
   this->Z->Mouse.Press(zvtest::Left, this->Z->Mouse.At(this->Point2()));
   EXPECT_EQ(this->Normal->GetState(), zvNormalWidget::Start);
   EXPECT_EQ(this->Z->Viewer->GetState(), ViewerPushing);
+}
+
+TEST_F(NormalWidgetMouse, APartThatIsNotShownHidesNoOther)
+{
+  this->Place();
+  this->Normal->RemoveActorOfRenderers(this->Normal->Cone2Actor);
+  this->Normal->SetPoint2(First[0], First[1], First[2] + 5.0); // in front of the first, from Z
+  this->Z->Mouse.Press(zvtest::Left, this->Z->Mouse.At(this->Point1()));
+  EXPECT_EQ(this->Normal->CurrentHandle, this->Normal->Cone1Source.Get());
+}
+
+TEST_F(NormalWidgetMouse, AClickWithAViewMissingWarnsAndPlacesNothing)
+{
+  this->Normal->SetRenderer3D(nullptr);
+  this->Z->Mouse.Press(zvtest::Left, this->Z->Mouse.At(First));
+  this->ExpectGenericWarning("zvNormalWidget", "set Renderer3D before placing a handle...");
+  EXPECT_EQ(this->Items(), 1);
+  this->Z->Mouse.Release(zvtest::Left);
+  this->ExpectGenericWarning("zvNormalWidget", "set Renderer3D before rendering the views...");
+  EXPECT_EQ(this->Normal->GetState(), zvNormalWidget::Adding);
 }
 
 TEST_F(NormalWidgetMouse, APressOutsideTheViewportEndsThePlacingByClicks)

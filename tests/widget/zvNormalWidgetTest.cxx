@@ -19,8 +19,9 @@ namespace
 {
 constexpr char NoInteractor[] = "The interactor must be set prior to enabling/disabling widget";
 constexpr char NoHandle[] = "there is no current handle";
-constexpr char NoPosition[] = "a handle needs a finite position";
-constexpr char NoCurrent[] = "the current viewer needs a renderer in a window with an interactor";
+constexpr char NoPosition[] = "give the handle a finite position...";
+constexpr char NoCurrent[] =
+  "set a viewer whose renderer is in a window with an interactor for ViewerWidgetCurrent...";
 
 class NormalWidget : public NormalWidgetTest
 {
@@ -364,7 +365,8 @@ TEST_F(NormalWidget, TakesItsPartsOutOfViewsThatItHasNoMore)
   this->Normal->SetRenderer3D(this->Z->Scene.Renderer());
   EXPECT_EQ(this->CountViewsWith(this->Normal->LineActor), 4);
   this->Normal->RemoveAllActorsOfRenderers();
-  this->ExpectGenericWarning("zvNormalWidget", "ViewerWidgetX has no current renderer");
+  this->ExpectGenericWarning(
+    "zvNormalWidget", "set the renderer of ViewerWidgetX before hiding the parts...");
   this->ExpectNothingShown();
 }
 
@@ -728,7 +730,7 @@ namespace
 struct MissingRow
 {
   const char* Name;
-  const char* Message;
+  const char* Missing;
   std::function<void(zvNormalWidget*, OpenViewer*)> Unset;
 };
 
@@ -738,24 +740,28 @@ class NormalWidgetWithout
 {
 protected:
   void Unset() { GetParam().Unset(this->Normal, this->Y->Viewer); }
-  void ExpectTheWarning() { this->ExpectGenericWarning("zvNormalWidget", GetParam().Message); }
+  void ExpectTheWarning(const std::string& before)
+  {
+    this->ExpectGenericWarning(
+      "zvNormalWidget", "set " + std::string(GetParam().Missing) + " before " + before + "...");
+  }
 };
 }
 
 INSTANTIATE_TEST_SUITE_P(NormalWidget, NormalWidgetWithout,
-  ::testing::Values(MissingRow{ "ViewerX", "ViewerWidgetX is not set",
+  ::testing::Values(MissingRow{ "ViewerX", "ViewerWidgetX",
                       [](zvNormalWidget* n, OpenViewer*) { n->SetViewerWidgetX(nullptr); } },
-    MissingRow{ "ViewerY", "ViewerWidgetY is not set",
+    MissingRow{ "ViewerY", "ViewerWidgetY",
       [](zvNormalWidget* n, OpenViewer*) { n->SetViewerWidgetY(nullptr); } },
-    MissingRow{ "ViewerZ", "ViewerWidgetZ is not set",
+    MissingRow{ "ViewerZ", "ViewerWidgetZ",
       [](zvNormalWidget* n, OpenViewer*)
       {
         n->SetViewerWidgetZ(nullptr);
         n->SetRenderer3D(nullptr); // the first that is missing is told
       } },
-    MissingRow{ "Renderer3D", "Renderer3D is not set",
+    MissingRow{ "Renderer3D", "Renderer3D",
       [](zvNormalWidget* n, OpenViewer*) { n->SetRenderer3D(nullptr); } },
-    MissingRow{ "RendererOfAViewer", "ViewerWidgetY has no current renderer",
+    MissingRow{ "RendererOfAViewer", "the renderer of ViewerWidgetY",
       [](zvNormalWidget*, OpenViewer* viewer) { viewer->SetEnabled(0); } }),
   [](const auto& row) { return row.param.Name; });
 
@@ -764,7 +770,7 @@ TEST_P(NormalWidgetWithout, WarnsOnceAndRendersTheOthers)
   this->Unset();
   this->WatchRenders();
   this->Normal->RenderesUpdate();
-  this->ExpectTheWarning();
+  this->ExpectTheWarning("rendering the views");
   EXPECT_GE(this->Renders.Events().size(), 2u);
   EXPECT_LT(this->Renders.Events().size(), 4u);
 }
@@ -774,7 +780,7 @@ TEST_P(NormalWidgetWithout, WarnsOnceAndAddsNoProp)
   this->Unset();
   vtkNew<vtkActor> prop;
   this->Normal->AddActorInRenderers(prop);
-  this->ExpectTheWarning();
+  this->ExpectTheWarning("showing a prop");
   EXPECT_EQ(this->CountViewsWith(prop), 0);
 }
 
@@ -783,11 +789,11 @@ TEST_P(NormalWidgetWithout, WarnsOnceAndTakesPropsOutAllTheSame)
   this->Place();
   this->Unset();
   this->Normal->RemoveActorOfRenderers(this->Normal->LineActor);
-  this->ExpectTheWarning();
+  this->ExpectTheWarning("hiding a prop");
   EXPECT_EQ(this->CountViewsWith(this->Normal->LineActor), 0);
   EXPECT_EQ(this->CountViewsWith(this->Normal->Cone1Actor), 4);
   this->Normal->RemoveAllActorsOfRenderers();
-  this->ExpectTheWarning();
+  this->ExpectTheWarning("hiding the parts");
   this->ExpectNothingShown();
 }
 
@@ -796,7 +802,7 @@ TEST_P(NormalWidgetWithout, WarnsOnceAndPlacesNoHandle)
   this->Unset();
   World at = First;
   this->Normal->AddHandle(at.data());
-  this->ExpectTheWarning();
+  this->ExpectTheWarning("placing a handle");
   EXPECT_EQ(this->Items(), 1);
   EXPECT_EQ(this->Normal->GetState(), zvNormalWidget::Adding);
   this->ExpectNothingShown();
@@ -808,7 +814,7 @@ TEST_P(NormalWidgetWithout, WarnsOnceAndStaysDisabled)
   this->Unset();
   this->Watch();
   this->Normal->SetEnabled(1);
-  this->ExpectTheWarning();
+  this->ExpectTheWarning("enabling the widget");
   EXPECT_EQ(this->Normal->GetEnabled(), 0);
   EXPECT_EQ(this->Normal->GetCurrentRenderer(), nullptr);
   EXPECT_THAT(this->Told.Events(), IsEmpty());
@@ -971,5 +977,5 @@ TEST_F(NormalWidgetAlone, ItsHandlersAreHarmlessWithoutViewers)
   this->ExpectNoMessage();
   bare->OnLeftButtonUp();
   EXPECT_EQ(bare->GetState(), zvNormalWidget::Start);
-  this->ExpectGenericWarning("zvNormalWidget", "ViewerWidgetX is not set");
+  this->ExpectGenericWarning("zvNormalWidget", "set ViewerWidgetX before rendering the views...");
 }
