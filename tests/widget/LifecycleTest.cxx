@@ -7,6 +7,7 @@
 #include "zvImageViewerWidget.h"
 #include "zvInstanceManager.h"
 #include "zvLassoWidget.h"
+#include "zvNormalWidget.h"
 #include "zvPointWidget.h"
 #include "zvRulerWidget.h"
 #include "zvSnakeWidget.h"
@@ -180,6 +181,32 @@ struct Case<zvVolumeSnakeWidget> : ContourCase<zvVolumeSnakeWidget>
   }
 };
 
+template <>
+struct Case<zvNormalWidget>
+{
+  static zvNormalWidget* Make() { return zvNormalWidget::New(); }
+  void Show(zvNormalWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    this->Viewer = vtkSmartPointer<zvImageViewerWidget>::New();
+    Case<zvImageViewerWidget>::Show(this->Viewer, scene, volume);
+    widget->SetViewerWidgetX(this->Viewer);
+    widget->SetViewerWidgetY(this->Viewer);
+    widget->SetViewerWidgetZ(this->Viewer);
+    widget->SetRenderer3D(scene.Renderer());
+    widget->SetViewerWidgetCurrent(this->Viewer);
+    widget->SetEnabled(1);
+    double bounds[6];
+    volume->GetBounds(bounds);
+    double low[3] = { bounds[0], bounds[2], bounds[5] };
+    double high[3] = { bounds[1], bounds[3], bounds[5] };
+    widget->AddHandle(low);
+    widget->AddHandle(high);
+  }
+  static constexpr bool CanBeEnabled = true;
+
+  vtkSmartPointer<zvImageViewerWidget> Viewer;
+};
+
 template <typename Widget>
 class Lifecycle : public zvtest::QuietTest
 {
@@ -196,7 +223,7 @@ protected:
     double bounds[6];
     this->Volume->GetBounds(bounds);
     this->View->ResetCamera(bounds);
-    Case<Widget>::Show(this->Made, *this->View, this->Volume);
+    this->Parts.Show(this->Made, *this->View, this->Volume);
     this->View->ResetCamera(bounds);
     this->View->LookAlong(2);
     this->View->Render();
@@ -207,6 +234,9 @@ protected:
     this->Made->Delete();
     this->Made = nullptr;
   }
+
+  // Destroy what the widget works with besides the view.
+  void DropParts() { this->Parts = Case<Widget>(); }
 
   void StartDrag()
   {
@@ -245,11 +275,12 @@ protected:
   vtkSmartPointer<vtkImageData> Volume;
   std::optional<zvtest::Scene> View;
   Widget* Made;
+  Case<Widget> Parts; // a case may hold other widgets that its own works with
 };
 
-using Widgets =
-  ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget, zvPointWidget,
-    zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvSnakeWidget, zvVolumeSnakeWidget>;
+using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
+  zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvSnakeWidget,
+  zvVolumeSnakeWidget, zvNormalWidget>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 
@@ -265,6 +296,7 @@ TYPED_TEST(Lifecycle, ShownUsedAndDeletedLeavesTheViewInUse)
   this->UseEverything();
   this->Delete();
   this->UseEverything();
+  this->DropParts();
   EXPECT_EQ(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), 0);
   this->ExpectNoMessage();
 }
@@ -275,6 +307,7 @@ TYPED_TEST(Lifecycle, DeletedWhileShownTakesItsPropsAlong)
   this->Show();
   ASSERT_GT(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), before);
   this->Delete();
+  this->DropParts();
   EXPECT_EQ(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), before);
 }
 
@@ -355,6 +388,16 @@ TYPED_TEST(Lifecycle, OutlivesTheWholeView)
   this->View.reset();
   this->Delete();
   this->View.emplace();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, OutlivesWhatItWorksWith)
+{
+  this->Show();
+  this->StartDrag();
+  this->DropParts();
+  this->UseEverything();
+  this->Delete();
   this->ExpectNoMessage();
 }
 
