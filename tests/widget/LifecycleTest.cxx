@@ -1,6 +1,7 @@
 // What every widget promises of its life, whatever it shows: it may be made, enabled, dragged and
 // deleted in any order with the view that it is in.
 
+#include "zv3DTreeWidget.h"
 #include "zvAreaWidget.h"
 #include "zvImage3DPlanes.h"
 #include "zvImagePlaneWidget.h"
@@ -207,6 +208,46 @@ struct Case<zvNormalWidget>
   vtkSmartPointer<zvImageViewerWidget> Viewer;
 };
 
+template <>
+struct Case<zv3DTreeWidget>
+{
+  static zv3DTreeWidget* Make() { return zv3DTreeWidget::New(); }
+  static void Show(zv3DTreeWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    zvInstanceManager::Instance()->SetCurrentOutput(volume);
+    widget->SetRendererX(scene.Renderer());
+    widget->SetRendererY(scene.Renderer());
+    widget->SetRendererZ(scene.Renderer());
+    widget->SetRenderer3D(scene.Renderer());
+    widget->SetCurrentRender(scene.Renderer());
+    double b[6];
+    volume->GetBounds(b);
+    double points[3][3] = { { b[0], b[2], b[4] },
+      { 0.5 * (b[0] + b[1]), 0.5 * (b[2] + b[3]), 0.5 * (b[4] + b[5]) }, { b[1], b[3], b[5] } };
+    for (double* point : points)
+    {
+      widget->AddHandle(point, 0);
+    }
+    widget->SetEnabled(1);
+    widget->HighlightHandle(-1); // the label would move the tree out of the middle
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+// What a widget that can be enabled says where it cannot be: without an interactor, and in a window
+// without renderers. Null is nothing.
+template <typename Widget>
+constexpr const char* SaidWithoutInteractor =
+  "The interactor must be set prior to enabling/disabling widget";
+template <>
+constexpr const char* SaidWithoutInteractor<zv3DTreeWidget> = nullptr;
+
+template <typename Widget>
+constexpr const char* SaidWithoutRenderers = nullptr;
+template <>
+constexpr const char* SaidWithoutRenderers<zv3DTreeWidget> =
+  "set RendererX before enabling the widget...";
+
 template <typename Widget>
 class Lifecycle : public zvtest::QuietTest
 {
@@ -261,6 +302,17 @@ protected:
     this->View->Render();
   }
 
+  // One message, or none for null.
+  void ExpectToHaveSaid(const char* text)
+  {
+    const auto messages = this->TakeMessages();
+    ASSERT_EQ(messages.size(), text ? 1u : 0u);
+    if (text)
+    {
+      EXPECT_NE(messages.front().find(text), std::string::npos) << messages.front();
+    }
+  }
+
   void TearDown() override
   {
     if (this->Made)
@@ -280,7 +332,7 @@ protected:
 
 using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
   zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvSnakeWidget,
-  zvVolumeSnakeWidget, zvNormalWidget>;
+  zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 
@@ -418,15 +470,8 @@ TYPED_TEST(Lifecycle, EnabledWithoutAnInteractorOnlySaysSo)
 {
   this->Made->SetEnabled(1);
   EXPECT_EQ(this->Made->GetEnabled(), 0);
-  const auto messages = this->TakeMessages();
-  if (!Case<TypeParam>::CanBeEnabled)
-  {
-    EXPECT_TRUE(messages.empty());
-    return;
-  }
-  ASSERT_EQ(messages.size(), 1u);
-  EXPECT_NE(messages.front().find("The interactor must be set prior to enabling/disabling widget"),
-    std::string::npos);
+  this->ExpectToHaveSaid(
+    Case<TypeParam>::CanBeEnabled ? SaidWithoutInteractor<TypeParam> : nullptr);
 }
 
 TYPED_TEST(Lifecycle, EnabledInAWindowWithoutRenderersStaysDisabled)
@@ -435,5 +480,5 @@ TYPED_TEST(Lifecycle, EnabledInAWindowWithoutRenderersStaysDisabled)
   this->Made->SetInteractor(this->View->Interactor());
   this->Made->SetEnabled(1);
   EXPECT_EQ(this->Made->GetEnabled(), 0);
-  this->ExpectNoMessage();
+  this->ExpectToHaveSaid(SaidWithoutRenderers<TypeParam>);
 }

@@ -78,6 +78,19 @@ bool zvPointTree::FindSegment(vtkPolyData* segments, vtkIdType index, Segment& s
   return true;
 }
 
+bool zvPointTree::FindEnds(
+  vtkPolyData* segments, vtkIdType index, double parent[3], double child[3])
+{
+  Segment segment;
+  if (!FindSegment(segments, index, segment))
+  {
+    return false;
+  }
+  segments->GetPoint(segment.Parent, parent);
+  segments->GetPoint(segment.Child, child);
+  return true;
+}
+
 bool zvPointTree::IsTree(vtkPolyData* data)
 {
   const vtkIdType count = data->GetNumberOfLines();

@@ -41,6 +41,9 @@ bool HasPoint(vtkPolyData* data, vtkIdType id);
 /// longer, or one of its points is not there.
 bool FindSegment(vtkPolyData* segments, vtkIdType index, Segment& segment);
 
+/// The positions of the two ends of line cell \a index. False, with nothing written, as above.
+bool FindEnds(vtkPolyData* segments, vtkIdType index, double parent[3], double child[3]);
+
 /// Whether the line cells of \a data and its points are a tree in this encoding, in which a parent
 /// comes before its children. Nothing at all is an empty tree. Other cells do not count.
 bool IsTree(vtkPolyData* data);
