@@ -3,6 +3,7 @@
 
 #include "zv3DTreeWidget.h"
 #include "zvAreaWidget.h"
+#include "zvBoxWidget.h"
 #include "zvImage3DPlanes.h"
 #include "zvImagePlaneWidget.h"
 #include "zvImageViewerWidget.h"
@@ -183,6 +184,21 @@ struct Case<zvVolumeSnakeWidget> : ContourCase<zvVolumeSnakeWidget>
 };
 
 template <>
+struct Case<zvBoxWidget>
+{
+  static zvBoxWidget* Make() { return new zvBoxWidget; }
+  static void Show(zvBoxWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    double bounds[6];
+    volume->GetBounds(bounds);
+    widget->SetInteractor(scene.Interactor());
+    widget->PlaceWidget(bounds);
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <>
 struct Case<zvNormalWidget>
 {
   static zvNormalWidget* Make() { return zvNormalWidget::New(); }
@@ -332,7 +348,7 @@ protected:
 
 using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
   zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvSnakeWidget,
-  zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget>;
+  zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget, zvBoxWidget>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 
