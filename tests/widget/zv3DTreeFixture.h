@@ -8,9 +8,12 @@
 
 #include "vtkActor.h"
 #include "vtkCallbackCommand.h"
+#include "vtkCellArray.h"
 #include "vtkCellPicker.h"
 #include "vtkFollower.h"
 #include "vtkLineSource.h"
+#include "vtkNew.h"
+#include "vtkPoints.h"
 #include "vtkPolyData.h"
 #include "vtkProperty.h"
 #include "vtkSphereSource.h"
@@ -168,6 +171,93 @@ protected:
     {
       EXPECT_NEAR(actual[axis], expected[axis], tolerance) << axis;
     }
+  }
+
+  void ExpectWarning(const std::string& message)
+  {
+    this->ExpectGenericWarning("zv3DTreeWidget", message);
+  }
+
+  /// Points and lines as a host reads them from a file.
+  static vtkSmartPointer<vtkPolyData> MakeData(
+    const std::vector<World>& positions, const Segments& segments)
+  {
+    vtkNew<vtkPoints> points;
+    for (const World& position : positions)
+    {
+      points->InsertNextPoint(position.data());
+    }
+    vtkNew<vtkCellArray> lines;
+    for (const auto& segment : segments)
+    {
+      lines->InsertNextCell({ segment.first, segment.second });
+    }
+    auto data = vtkSmartPointer<vtkPolyData>::New();
+    data->SetPoints(points);
+    data->SetLines(lines);
+    return data;
+  }
+
+  static std::vector<World> PositionsOf(vtkPolyData* data)
+  {
+    std::vector<World> positions(data->GetNumberOfPoints());
+    for (std::size_t id = 0; id < positions.size(); ++id)
+    {
+      data->GetPoint(static_cast<vtkIdType>(id), positions[id].data());
+    }
+    return positions;
+  }
+
+  /// What must not change in an operation that is refused.
+  struct Snapshot
+  {
+    int State;
+    int Point;
+    int Line;
+    int Enabled;
+    std::vector<World> Points;
+    Segments Lines;
+    World Sphere;
+    World Start;
+    World End;
+    std::string Label;
+    std::array<std::string, 5> Where;
+    bool operator==(const Snapshot& o) const
+    {
+      return this->State == o.State && this->Point == o.Point && this->Line == o.Line &&
+        this->Enabled == o.Enabled && this->Points == o.Points && this->Lines == o.Lines &&
+        this->Sphere == o.Sphere && this->Start == o.Start && this->End == o.End &&
+        this->Label == o.Label && this->Where == o.Where;
+    }
+  };
+  Snapshot Take()
+  {
+    return { this->Tree->State, this->Tree->CurrentPoint, this->Tree->CurrentLine,
+      this->Tree->GetEnabled(), PositionsOf(this->Tree->TreePoints), this->SegmentsOfTree(),
+      this->Sphere(), this->LineStart(), this->LineEnd(), this->Label(), this->WhereAll() };
+  }
+
+  double From[3] = { 0, 0, 0 };
+  double To[3] = { 1, 0, 0 };
+
+  /// Pixels that are on nothing, inside every view.
+  static constexpr Display Nothing{ { 6, 6 } };
+
+  ///@{
+  /// Where a position, a point of GrowSquare or the middle of a segment is seen.
+  Display At(View view, const World& position) { return this->In(view).At(position); }
+  Display OnPoint(View view, int id) { return this->At(view, Corners[id]); }
+  Display OnSegment(View view, int id)
+  {
+    return this->At(view, Middle(Corners[Parents[id + 1]], Corners[id + 1]));
+  }
+  ///@}
+
+  /// Note the widget's events and the renders of the views.
+  void Watch(EventRecorder& recorder)
+  {
+    recorder.Watch(this->Tree, WidgetEvents);
+    this->WatchRenders(recorder);
   }
 
   vtkSmartPointer<OpenTree> Tree;
