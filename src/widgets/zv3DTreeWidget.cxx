@@ -75,8 +75,8 @@ zv3DTreeWidget::~zv3DTreeWidget()
   zvTraceMacro("zv3DTreeWidget::~zv3DTreeWidget()");
   this->zv3DTreeWidget::SetEnabled(0);
   zvObservedSubjects::Release(this->Observed, this->EventCallbackCommand);
-  this->HideTree(); // selecting shows something when the widget is not enabled, too
-  this->HideInViews(this->TextActor);
+  this->TakeOutOfAllViews(); // selecting shows something when the widget is not enabled, too
+  zvFourViews::RemoveFromAll(this->TextActor);
 }
 
 void zv3DTreeWidget::PrintSelf(ostream& os, vtkIndent indent)
@@ -480,11 +480,18 @@ void zv3DTreeWidget::HideInViews(vtkProp* prop)
 
 void zv3DTreeWidget::HideTree()
 {
-  for (vtkActor* actor : { this->PointsActor.Get(), this->SelectedPointActor.Get(),
-         this->LinesActor.Get(), this->SelectedLineActor.Get() })
-  {
-    this->HideInViews(actor);
-  }
+  this->HideInViews(this->PointsActor);
+  this->HideInViews(this->SelectedPointActor);
+  this->HideInViews(this->LinesActor);
+  this->HideInViews(this->SelectedLineActor);
+}
+
+void zv3DTreeWidget::TakeOutOfAllViews()
+{
+  zvFourViews::RemoveFromAll(this->PointsActor);
+  zvFourViews::RemoveFromAll(this->SelectedPointActor);
+  zvFourViews::RemoveFromAll(this->LinesActor);
+  zvFourViews::RemoveFromAll(this->SelectedLineActor);
 }
 
 void zv3DTreeWidget::RenderViews()

@@ -72,7 +72,7 @@ class zvRawView;
 ///
 /// Lifetime: the widget may be deleted at any moment, enabled, in mid-drag or from its own
 /// observer, before or after its views. It keeps none of them alive, and those that die count as
-/// not set. Deleted, it takes its props out of the views.
+/// not set. Deleted, it takes its props out of all views, those that were replaced by others, too.
 class ZVWIDGETS_EXPORT zv3DTreeWidget : public vtk3DWidget
 {
 public:
@@ -336,11 +336,12 @@ protected:
   bool TakePokedRenderer();
 
   ///@{
-  /// Put a prop into the four views, or take it out, or the whole tree with its selection; views
-  /// that are missing are skipped.
+  /// Put a prop into the four views, or take it out, or the whole tree with its selection, in the
+  /// last form also out of views that the host has replaced. Views that are missing are skipped.
   void ShowInViews(vtkProp* prop);
   void HideInViews(vtkProp* prop);
   void HideTree();
+  void TakeOutOfAllViews();
   void RenderViews();
   ///@}
 

@@ -92,7 +92,7 @@ void zv3DTreeWidget::Clear()
   if (this->Interactor && this->TakePokedRenderer())
   {
     this->SetEnabled(0);
-    this->HideTree(); // what is replaced here could not be taken out any more
+    this->TakeOutOfAllViews(); // what is replaced here could not be taken out any more
     this->PointPicker->InitializePickList();
     this->LinePicker->InitializePickList();
     this->BuildPoints();

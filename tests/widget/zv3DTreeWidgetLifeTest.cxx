@@ -416,6 +416,18 @@ TEST_F(TreeLife, SurvivesARenderThatReleasesIt)
   }
 }
 
+TEST_F(TreeLife, ClearedOrDeletedItLeavesViewsThatWereReplaced)
+{
+  this->ShowSquare();
+  zvtest::Scene other;
+  this->Tree->SetRendererX(other.Renderer());
+  EXPECT_EQ(this->CountProps()[X], 5);
+  this->Tree->Clear();
+  EXPECT_EQ(this->CountProps()[X], 1); // the label, unseen
+  this->Tree = nullptr;
+  EXPECT_EQ(this->CountProps()[X], 0);
+}
+
 TEST_F(TreeLife, MovesToOtherViews)
 {
   this->ShowSquare();
