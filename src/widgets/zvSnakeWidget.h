@@ -193,8 +193,9 @@ public:
   void CalculateArea();
 
   /// Compute the area and let the label say it, or be blank while it is off. One that is shown
-  /// takes the colour of the contour, a size that fits the view and a place 0.5 below Center, and
-  /// is put into the current renderer, whether or not the widget is enabled. Renders nothing.
+  /// takes the colour of the contour, a size that fits the view and a place 0.5 below Center in z
+  /// (in front of the slice for a camera that looks along +z), and is put into the current
+  /// renderer, whether or not the widget is enabled. Renders nothing.
   void UpdateAreaLabel();
 
   ///@{
