@@ -76,7 +76,7 @@ zv3DTreeWidget::~zv3DTreeWidget()
   this->zv3DTreeWidget::SetEnabled(0);
   zvObservedSubjects::Release(this->Observed, this->EventCallbackCommand);
   this->TakeOutOfAllViews(); // selecting shows something when the widget is not enabled, too
-  zvFourViews::RemoveFromAll(this->TextActor);
+  zvViewLookup::TakeOut(this->TextActor);
 }
 
 void zv3DTreeWidget::PrintSelf(ostream& os, vtkIndent indent)
@@ -488,10 +488,10 @@ void zv3DTreeWidget::HideTree()
 
 void zv3DTreeWidget::TakeOutOfAllViews()
 {
-  zvFourViews::RemoveFromAll(this->PointsActor);
-  zvFourViews::RemoveFromAll(this->SelectedPointActor);
-  zvFourViews::RemoveFromAll(this->LinesActor);
-  zvFourViews::RemoveFromAll(this->SelectedLineActor);
+  zvViewLookup::TakeOut(this->PointsActor);
+  zvViewLookup::TakeOut(this->SelectedPointActor);
+  zvViewLookup::TakeOut(this->LinesActor);
+  zvViewLookup::TakeOut(this->SelectedLineActor);
 }
 
 void zv3DTreeWidget::RenderViews()

@@ -7,7 +7,6 @@
 #include "vtkActor.h"
 #include "vtkCallbackCommand.h"
 #include "vtkNew.h"
-#include "vtkPropCollection.h"
 
 #include <gmock/gmock.h>
 
@@ -96,22 +95,6 @@ TEST_F(FourViewsInWindows, APropGoesIntoTheViewsThatAreNamedOnce)
   EXPECT_EQ(this->WhereIs(this->Actor), "XZ");
   zvFourViews::Remove(slices, this->Actor);
   EXPECT_EQ(this->WhereIs(this->Actor), "");
-}
-
-TEST_F(FourViewsInWindows, APropLeavesEveryViewThatHasItAndNoOther)
-{
-  vtkNew<vtkActor> other;
-  zvFourViews::Add({ this->Renderer(X), this->Renderer(Y), this->Renderer(ThreeD) }, this->Actor);
-  zvFourViews::Add({ this->Renderer(X) }, other);
-  zvFourViews::RemoveFromAll(this->Actor);
-  EXPECT_EQ(this->WhereIs(this->Actor), "");
-  EXPECT_EQ(this->WhereIs(other), "X");
-  zvFourViews::RemoveFromAll(this->Actor); // nothing to leave
-  zvFourViews::Add({ this->Renderer(Y), this->Renderer(Z) }, other);
-  this->Scenes[Y].reset(); // a view that is gone has let go of its props
-  zvFourViews::RemoveFromAll(other);
-  EXPECT_EQ(this->Renderer(X)->GetViewProps()->GetNumberOfItems(), 0);
-  EXPECT_EQ(this->Renderer(Z)->GetViewProps()->GetNumberOfItems(), 0);
 }
 
 TEST_F(FourViewsInWindows, RendersInTheOrderGivenAndSkipsWhatIsMissing)

@@ -76,18 +76,6 @@ void zvFourViews::Remove(const Renderers& renderers, vtkProp* prop)
   }
 }
 
-void zvFourViews::RemoveFromAll(vtkProp* prop)
-{
-  // From the last on: a view that lets go of the prop leaves the list.
-  for (int i = prop->GetNumberOfConsumers() - 1; i >= 0; --i)
-  {
-    if (vtkRenderer* renderer = vtkRenderer::SafeDownCast(prop->GetConsumer(i)))
-    {
-      renderer->RemoveActor(prop);
-    }
-  }
-}
-
 void zvFourViews::Render(const Interactors& interactors)
 {
   std::array<vtkWeakPointer<vtkRenderWindowInteractor>, 4> present;

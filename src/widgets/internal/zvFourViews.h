@@ -43,9 +43,6 @@ void Add(const Renderers& renderers, vtkProp* prop);
 /// Take a prop out of the views.
 void Remove(const Renderers& renderers, vtkProp* prop);
 
-/// Take a prop out of every view that has it, also one that its widget was told to leave.
-void RemoveFromAll(vtkProp* prop);
-
 /// Render the window of each interactor. An observer of a render may do away with the others.
 void Render(const Interactors& interactors);
 
