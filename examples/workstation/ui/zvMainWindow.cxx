@@ -10,8 +10,10 @@
 #include "zvMaskControl.h"
 #include "zvMeasurementList.h"
 #include "zvMeasurementPanel.h"
+#include "zvNoteDesk.h"
 #include "zvNoticeBar.h"
 #include "zvPresetMenu.h"
+#include "zvSliceMarks.h"
 #include "zvSlicePanel.h"
 #include "zvToolSet.h"
 #include "zvTurnPanel.h"
@@ -21,6 +23,7 @@
 #include "zvWindowMenus.h"
 #include "zvWindowPanel.h"
 
+#include <QAction>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -33,7 +36,7 @@
 
 namespace
 {
-constexpr int PanelWidth = 360;
+constexpr int PanelWidth = 400;
 const char* const ProgramName = "Workstation";
 }
 
@@ -52,6 +55,7 @@ zvMainWindow::zvMainWindow()
   , Status(new QLabel)
   , Hint(new QLabel)
   , Mask(std::make_unique<zvMaskControl>(this->Edit, this->Views))
+  , Notes(std::make_unique<zvNoteDesk>(this, this->Views))
 {
   this->setWindowTitle(ProgramName);
   this->resize(1600, 1000);
@@ -160,6 +164,8 @@ void zvMainWindow::ConnectViews()
   connect(this->Views, &zvViewGrid::voxelSeen, this, &zvMainWindow::ShowVoxel);
   connect(this->Views, &zvViewGrid::nothingSeen, this,
     [this] { this->Status->setText(zvVoxelText::Hint()); });
+  connect(
+    this->Views->GetLink(), &zvViewLink::straightened, this->Turns, &zvTurnPanel::ShowStraight);
   connect(this->Views, &zvViewGrid::fillChanged, this->Edit, &zvEditBar::ShowFill);
 }
 
@@ -169,7 +175,7 @@ void zvMainWindow::ConnectPanels()
   connect(this->Window, &zvWindowPanel::chosen, this->Views, &zvViewGrid::SetWindowLevel);
   connect(this->Presets, &zvPresetMenu::chosen, this->Views, &zvViewGrid::SetWindowLevel);
   connect(this->Turns, &zvTurnPanel::turned, this->Views, &zvViewGrid::Turn);
-  connect(this->Turns, &zvTurnPanel::straightened, this, &zvMainWindow::Straighten);
+  connect(this->Turns, &zvTurnPanel::straightened, this->Views, &zvViewGrid::Straighten);
   connect(this->Edit, &zvEditBar::undoChosen, this->Views, &zvViewGrid::UndoFill);
   connect(this->MeasurementPanel, &zvMeasurementPanel::exported, this,
     [this](const QString& path)
@@ -189,6 +195,10 @@ void zvMainWindow::ConnectTools()
       this->Tools->SetEnabled(true);
     });
   zvHandTools::AddTo(this->Tools, this->Views, this->Edit);
+  for (int axis : { 2, 0, 1 }) // as the views stand
+  {
+    this->Measurements->AddSource(this->Views->GetSliceView(axis)->GetMarks());
+  }
   const auto showHint = [this] { this->Hint->setText(this->GetHintText()); };
   connect(this->Tools, &zvToolSet::chosen, this, showHint);
   showHint();
@@ -206,7 +216,8 @@ QString zvMainWindow::GetStatusText() const
 
 QString zvMainWindow::GetHintText() const
 {
-  return this->Tools->GetHint();
+  const QAction* tool = this->Tools->GetAction(this->Tools->GetActive());
+  return QString("%1: %2").arg(tool->text().remove('&'), this->Tools->GetHint());
 }
 
 //------------------------------------------------------------------------------
@@ -273,19 +284,6 @@ void zvMainWindow::AskForMask()
   }
 }
 
-// Whoever straightens the planes, the sliders go back with them.
-void zvMainWindow::Straighten()
-{
-  this->Views->Straighten();
-  this->Turns->ShowStraight();
-}
-
-void zvMainWindow::ResetAll()
-{
-  this->Views->ResetAll();
-  this->Turns->ShowStraight();
-}
-
 void zvMainWindow::ShowAbout()
 {
   QMessageBox::about(this, tr("About %1").arg(ProgramName), zvHelpText::About());
@@ -323,6 +321,7 @@ void zvMainWindow::ShowVolume(const zvVolume& volume)
   this->ShowNotices(volume);
   this->setWindowTitle(tr("%1 - %2").arg(QString::fromStdString(volume.Name), ProgramName));
   this->BeginEditing(volume);
+  this->Notes->Begin(volume.Image->GetLength());
   this->Views->ShowVolume(volume, presets.front().Value);
   emit shown();
 }

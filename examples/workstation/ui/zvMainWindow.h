@@ -14,6 +14,7 @@ class zvLoadBar;
 class zvMaskControl;
 class zvMeasurementList;
 class zvMeasurementPanel;
+class zvNoteDesk;
 class zvNoticeBar;
 class zvPresetMenu;
 class zvSlicePanel;
@@ -72,8 +73,6 @@ public slots:
   void AskForFile();
   void AskForFolder();
   void AskForMask();
-  void ResetAll();
-  void Straighten();
   void ShowAbout();
   /// The key Esc: close the help, or cancel the loads, or leave the tool.
   void GoBack();
@@ -121,6 +120,7 @@ private:
   QLabel* Hint;
   zvHelpOverlay* Help = nullptr;
   std::unique_ptr<zvMaskControl> Mask;
+  std::unique_ptr<zvNoteDesk> Notes;
 };
 
 #endif

@@ -17,6 +17,11 @@
 
 #include <algorithm>
 
+namespace
+{
+constexpr int NameWidth = 104;
+}
+
 zvMeasurementPanel::zvMeasurementPanel(zvMeasurementList* list, QWidget* parent)
   : QDockWidget(tr("Measurements"), parent)
   , List(list)
@@ -52,9 +57,8 @@ void zvMeasurementPanel::BuildTable()
   QHeaderView* header = this->Table->horizontalHeader();
   header->setHighlightSections(false);
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  header->setSectionResizeMode(QHeaderView::ResizeToContents);
-  header->setSectionResizeMode(zvMeasurementList::NameColumn, QHeaderView::Stretch);
-  header->setMinimumSectionSize(44);
+  header->setSectionResizeMode(zvMeasurementList::ValueColumn, QHeaderView::Stretch);
+  header->resizeSection(zvMeasurementList::NameColumn, NameWidth);
   connect(this->Table, &QTableView::clicked, this,
     [this](const QModelIndex& index) { this->List->GoTo(index.row()); });
   connect(this->Table, &QTableView::doubleClicked, this,
@@ -125,6 +129,11 @@ void zvMeasurementPanel::ShowState()
   const bool isSelected = !this->GetSelectedRows().empty();
   this->Table->setVisible(isAny);
   this->Empty->setVisible(!isAny);
+  for (int column : { zvMeasurementList::KindColumn, zvMeasurementList::ViewColumn,
+         zvMeasurementList::SliceColumn })
+  {
+    this->Table->resizeColumnToContents(column);
+  }
   for (QAction* action : { this->GoTo, this->Hide, this->Rename })
   {
     action->setEnabled(isSelected);

@@ -1,6 +1,7 @@
 #include "zvSliceView.h"
 
 #include "zvLabelAtlas.h"
+#include "zvSliceMarks.h"
 #include "zvVolumeView.h"
 
 #include <QKeyEvent>
@@ -52,12 +53,34 @@ const Look& LookOf(int axis)
   return Looks[axis];
 }
 
+struct HandMarks
+{
+  zvSliceView::Hand Hand;
+  zvSliceMarks::Tool Tool;
+};
+
+constexpr HandMarks MarkHands[] = {
+  { zvSliceView::Hand::Ruler, zvSliceMarks::Tool::Ruler },
+  { zvSliceView::Hand::Area, zvSliceMarks::Tool::Area },
+  { zvSliceView::Hand::Lasso, zvSliceMarks::Tool::Lasso },
+  { zvSliceView::Hand::Note, zvSliceMarks::Tool::Note },
+};
+
+zvSliceMarks::Tool ToolOf(zvSliceView::Hand hand)
+{
+  const auto found = std::find_if(std::begin(MarkHands), std::end(MarkHands),
+    [hand](const HandMarks& one) { return one.Hand == hand; });
+  return found == std::end(MarkHands) ? zvSliceMarks::Tool::None : found->Tool;
+}
 }
 
 zvSliceView::zvSliceView(int axis, std::shared_ptr<zvRenderGroup> group)
   : Axis(axis)
   , Group(std::move(group))
-  , Viewer(vtkSmartPointer<zvImageViewerWidget>::Take(zvImageViewerWidget::New()))
+  , Outlines(this->Renderer)
+  , Viewer(vtkSmartPointer<zvMarkedViewer>::New())
+  , Marks(std::make_unique<zvSliceMarks>(this->Viewer, this->Renderer, this, this->GetName(),
+      [this](const QPoint& position) { this->ClickAt(position); }))
 {
   this->setVTKMoveMode(true);
   this->setMinimumSize(160, 120);
@@ -80,6 +103,7 @@ zvSliceView::zvSliceView(int axis, std::shared_ptr<zvRenderGroup> group)
 
 zvSliceView::~zvSliceView()
 {
+  this->Marks.reset();
   // The viewer may outlive the view by a reference of somebody else.
   this->Viewer->RemoveObservers(vtkCommand::WindowLevelEvent);
   this->Viewer->SetEnabled(0);
@@ -117,24 +141,28 @@ void zvSliceView::ShowVolume(const zvVolume& volume)
   this->ResetCamera();
 }
 
-void zvSliceView::Follow(const Vector& normal, const Vector& up, int slice, int count)
+void zvSliceView::Follow(const zvPlanePlace& place, const Vector& up, int count)
 {
   if (!this->HasVolume())
   {
     return;
   }
-  this->PlaceCamera(normal, up);
-  const bool isOblique = this->Viewer->GetPlaneOrientation() == 3;
-  const QString title = isOblique ? tr("%1, oblique   %2 / %3") : tr("%1   %2 / %3");
-  this->Letters.SetTitle(
-    title.arg(this->GetName()).arg(slice).arg(count - 1).toStdString(), LookOf(this->Axis).Color);
+  this->Place = place;
+  this->Up = up;
+  this->PlaceCamera();
+  const QString title = place.IsUpright ? tr("%1   %2 / %3") : tr("%1, oblique   %2 / %3");
+  this->Letters.SetTitle(title.arg(this->GetName()).arg(place.Slice).arg(count - 1).toStdString(),
+    LookOf(this->Axis).Color);
   this->RefreshMask();
+  this->Marks->Follow(place);
 }
 
-// Square to the plane, the volume's middle in the middle of the view.
-void zvSliceView::PlaceCamera(const Vector& normal, const Vector& up)
+// Square to the plane, the volume's middle in the middle of the view or as far beside it as the
+// picture has been moved.
+void zvSliceView::PlaceCamera()
 {
   vtkImageData* image = this->Volume.Image;
+  const Vector& normal = this->Place.GetNormal();
   double focus[3], cut[3], position[3], direction[3], right[3];
   image->GetCenter(focus);
   this->Viewer->GetCenter(cut);
@@ -142,23 +170,31 @@ void zvSliceView::PlaceCamera(const Vector& normal, const Vector& up)
   const double length = image->GetLength();
   for (int i = 0; i < 3; ++i)
   {
-    const double along = normal[static_cast<std::size_t>(i)];
-    direction[i] = -LookOf(this->Axis).Side * along;
-    focus[i] += away * along;
+    direction[i] = -LookOf(this->Axis).Side * normal[static_cast<std::size_t>(i)];
+  }
+  vtkMath::Cross(direction, this->Up.data(), right);
+  for (int i = 0; i < 3; ++i)
+  {
+    const auto at = static_cast<std::size_t>(i);
+    focus[i] += away * normal[at] + this->Shift[0] * right[i] + this->Shift[1] * this->Up[at];
     position[i] = focus[i] - 1.5 * length * direction[i];
   }
   vtkCamera* camera = this->Renderer->GetActiveCamera();
   camera->SetFocalPoint(focus);
   camera->SetPosition(position);
-  camera->SetViewUp(up.data());
+  camera->SetViewUp(this->Up.data());
   camera->SetClippingRange(0.5 * length, 2.5 * length);
-  vtkMath::Cross(direction, up.data(), right);
-  this->Letters.Point(right, up.data());
+  this->Letters.Point(right, this->Up.data());
 }
 
 void zvSliceView::ResetCamera()
 {
   this->Nearness = 1.0;
+  this->Shift = { { 0.0, 0.0 } };
+  if (this->HasVolume())
+  {
+    this->PlaceCamera();
+  }
   this->FitScale();
 }
 
@@ -179,17 +215,22 @@ void zvSliceView::FitScale()
     static_cast<double>(std::max(this->width(), 1)) / std::max(this->height(), 1);
   const double half = 0.5 * Margin * std::max({ height, width / ratio, 1.0e-3 });
   this->Renderer->GetActiveCamera()->SetParallelScale(half / this->Nearness);
+  this->Marks->Resize();
 }
 
 void zvSliceView::resizeEvent(QResizeEvent* event)
 {
   this->zvQVTKWidget::resizeEvent(event);
+  // It is painted anyway; before that there is nothing to draw into.
+  this->interactor()->EnableRenderOff();
   this->FitScale();
+  this->interactor()->EnableRenderOn();
 }
 
 void zvSliceView::SetHand(Hand hand)
 {
   this->LeftHand = hand;
+  this->Marks->SetTool(ToolOf(hand));
   this->Viewer->SetPaintMode(hand == Hand::Paint);
   this->Viewer->SetFillMode(hand == Hand::Fill);
   if (this->HasVolume())
@@ -256,34 +297,119 @@ void zvSliceView::RefreshMask()
 //------------------------------------------------------------------------------
 void zvSliceView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-  if (event->button() == Qt::LeftButton && this->LeftHand == Hand::Cross)
+  const bool isLeft = event->button() == Qt::LeftButton && this->HasVolume();
+  if (isLeft && this->Marks->Close())
   {
-    emit maximised();
+    return;
+  }
+  if (isLeft && this->LeftHand == Hand::Cross)
+  {
+    this->PutPointer(event->pos());
+    if (!this->Marks->Edit(this->Marks->FindUnderPointer()))
+    {
+      emit maximised();
+    }
     return;
   }
   this->zvQVTKWidget::mouseDoubleClickEvent(event);
 }
 
-// A fill begins at the voxel that the mouse was seen over last: that has to be this one.
 void zvSliceView::mousePressEvent(QMouseEvent* event)
 {
-  if (event->button() == Qt::LeftButton && this->LeftHand == Hand::Fill &&
-    !this->IsOverSlice(event->pos()))
+  if (!this->HasVolume())
   {
+    this->zvQVTKWidget::mousePressEvent(event);
+    return;
+  }
+  this->PutPointer(event->pos());
+  if (event->button() == Qt::LeftButton)
+  {
+    this->PressLeft(event);
+    return;
+  }
+  if (event->button() == Qt::MiddleButton &&
+    ((event->modifiers() & Qt::ShiftModifier) || !this->Marks->IsMovedByMiddle()))
+  {
+    this->IsMovingPicture = true;
+    this->PictureGrip = event->pos();
     return;
   }
   this->zvQVTKWidget::mousePressEvent(event);
 }
 
-bool zvSliceView::IsOverSlice(const QPoint& position)
+// What is written is written beside the marks: on a mark the press is the mark's.
+void zvSliceView::PressLeft(QMouseEvent* event)
 {
-  if (!this->HasVolume())
+  const bool isFree = this->Marks->FindUnderPointer() == 0;
+  // A fill begins at the voxel that the mouse was seen over last: that has to be this one.
+  this->Viewer->SetFillMode(this->LeftHand == Hand::Fill && isFree && this->IsOverSlice());
+  this->Viewer->SetPaintMode(this->LeftHand == Hand::Paint && isFree);
+  this->Marks->BeforePress();
+  this->zvQVTKWidget::mousePressEvent(event);
+  if (this->Viewer->GetPaintMode())
   {
-    return false;
+    // The viewer paints on moves; a click is to paint as well.
+    QMouseEvent still(QEvent::MouseMove, event->pos(), event->globalPos(), Qt::NoButton,
+      Qt::LeftButton, event->modifiers());
+    this->zvQVTKWidget::mouseMoveEvent(&still);
   }
+}
+
+void zvSliceView::mouseMoveEvent(QMouseEvent* event)
+{
+  if (this->IsMovingPicture)
+  {
+    this->MovePicture(event->pos());
+    return;
+  }
+  this->zvQVTKWidget::mouseMoveEvent(event);
+}
+
+void zvSliceView::mouseReleaseEvent(QMouseEvent* event)
+{
+  if (this->IsMovingPicture && event->button() == Qt::MiddleButton)
+  {
+    this->IsMovingPicture = false;
+    return;
+  }
+  this->zvQVTKWidget::mouseReleaseEvent(event);
+}
+
+void zvSliceView::MovePicture(const QPoint& position)
+{
+  const QPoint way = position - this->PictureGrip;
+  this->PictureGrip = position;
+  const double millimetres =
+    2.0 * this->Renderer->GetActiveCamera()->GetParallelScale() / std::max(this->height(), 1);
+  this->Shift[0] -= way.x() * millimetres;
+  this->Shift[1] += way.y() * millimetres;
+  this->PlaceCamera();
+  this->interactor()->Render();
+}
+
+// Tells the toolkit where the mouse is before it has the event, for what is asked of it before.
+void zvSliceView::PutPointer(const QPoint& position)
+{
   const double ratio = this->devicePixelRatioF();
-  this->Viewer->UpdateCursor(static_cast<int>(position.x() * ratio),
-    static_cast<int>((this->height() - 1 - position.y()) * ratio));
+  this->interactor()->SetEventInformationFlipY(
+    static_cast<int>(position.x() * ratio), static_cast<int>(position.y() * ratio));
+}
+
+void zvSliceView::ClickAt(const QPoint& position)
+{
+  const QPoint global = this->mapToGlobal(position);
+  QMouseEvent press(
+    QEvent::MouseButtonPress, position, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  this->mousePressEvent(&press);
+  QMouseEvent release(
+    QEvent::MouseButtonRelease, position, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+  this->mouseReleaseEvent(&release);
+}
+
+bool zvSliceView::IsOverSlice()
+{
+  const int* position = this->interactor()->GetEventPosition();
+  this->Viewer->UpdateCursor(position[0], position[1]);
   return this->Viewer->GetCurrentImageValue() != VTK_DOUBLE_MAX;
 }
 
@@ -295,8 +421,31 @@ void zvSliceView::HandleMouse(QMouseEvent* event)
   }
   this->DragWindowLevel(event);
   emit used();
+  this->TellMarks(event);
   this->TellWrites(event);
   this->TellVoxel();
+}
+
+void zvSliceView::TellMarks(QMouseEvent* event)
+{
+  switch (event->type())
+  {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      if (event->button() == Qt::LeftButton)
+      {
+        this->Marks->AfterPress(event->pos());
+      }
+      break;
+    case QEvent::MouseMove:
+      this->Marks->AfterMove(event->pos(), event->buttons() != Qt::NoButton);
+      break;
+    case QEvent::MouseButtonRelease:
+      this->Marks->AfterRelease(event->pos());
+      break;
+    default:
+      break;
+  }
 }
 
 // Without Shift the right button stays out of the toolkit, so it is the program's.
@@ -340,13 +489,13 @@ void zvSliceView::TellWrites(QMouseEvent* event)
 {
   const bool isPress =
     event->button() == Qt::LeftButton && event->type() != QEvent::MouseButtonRelease;
-  if (this->LeftHand == Hand::Fill && isPress)
+  if (this->Viewer->GetFillMode() && isPress)
   {
     emit voxelsWritten(true);
   }
   const bool isStroke =
     event->type() == QEvent::MouseMove && (event->buttons() & Qt::LeftButton) != 0;
-  if (this->LeftHand == Hand::Paint && isStroke)
+  if (this->Viewer->GetPaintMode() && isStroke)
   {
     emit voxelsWritten(false);
   }
@@ -420,6 +569,11 @@ void zvSliceView::HandleKey(QKeyEvent* event)
       emit stepped(this->Axis, key.Steps);
       return;
     }
+  }
+  if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && this->Marks->Close())
+  {
+    event->accept();
+    return;
   }
   event->ignore();
 }

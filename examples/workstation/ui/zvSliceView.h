@@ -2,7 +2,9 @@
 #define zvSliceView_h
 
 #include "zvEdgeLetters.h"
-#include "zvImageViewerWidget.h"
+#include "zvLabelOutlines.h"
+#include "zvMarkedViewer.h"
+#include "zvPlanePlace.h"
 #include "zvQVTKWidget.h"
 #include "zvRenderGroup.h"
 #include "zvVolume.h"
@@ -16,15 +18,19 @@
 #include <memory>
 
 class vtkRenderer;
+class zvSliceMarks;
 struct zvVoxel;
 
 /// The view of one slice: sagittal (axis 0), coronal (1) or axial (2), with the cross of the two
 /// others.
 ///
-/// left drag on the slice           moves the cross (Shift: also on a line)
-/// left drag on a line              turns both lines
-/// left with paint or fill          writes voxels
-/// double click                     asks for the whole window
+/// left                             what the hand does (see Hand); on a mark moves its end or
+/// handle
+///   as a cross, on the slice       moves the cross (Shift: also on a line)
+///   as a cross, on a line          turns both lines
+/// middle drag                      moves the picture; on a mark without Shift the whole mark
+/// double click, as a cross         asks for the whole window; on a note for another text
+/// double click, Enter              close the contour that is being drawn
 /// right drag                       changes window and level (Shift: the viewer's own way)
 /// wheel, up and down, right, left  one slice
 /// PgUp, PgDn, Home, End            ten slices, the first, the last
@@ -41,9 +47,14 @@ class zvSliceView : public zvQVTKWidget
 
 public:
   using Vector = std::array<double, 3>;
+  /// What the left button does.
   enum class Hand
   {
     Cross,
+    Ruler,
+    Area,
+    Lasso,
+    Note,
     Paint,
     Fill
   };
@@ -53,6 +64,7 @@ public:
 
   int GetAxis() const { return this->Axis; }
   zvImageViewerWidget* GetViewer() const { return this->Viewer; }
+  zvSliceMarks* GetMarks() const { return this->Marks.get(); }
   vtkRenderer* GetRenderer() const { return this->Renderer; }
   const zvEdgeLetters& GetLetters() const { return this->Letters; }
   QString GetName() const;
@@ -63,15 +75,13 @@ public:
   void ShowVolume(const zvVolume& volume);
   bool HasVolume() const { return this->Volume.Image != nullptr; }
 
-  /// Bring camera, letters, title and mask to where the plane is now.
-  /// \param normal  of the plane. \param up  in the picture, a unit vector in the plane.
-  /// \param slice, count  for the title.
-  void Follow(const Vector& normal, const Vector& up, int slice, int count);
+  /// Bring camera, letters, title, mask and marks to where the plane is now.
+  /// \param up  in the picture, a unit vector in the plane. \param count  of slices, for the title.
+  void Follow(const zvPlanePlace& place, const Vector& up, int count);
 
   /// The whole slice in the view again.
   void ResetCamera();
 
-  /// What the left button does.
   void SetHand(Hand hand);
 
   void SetWindowLevel(const zvWindowValues& value);
@@ -98,6 +108,8 @@ protected:
   bool event(QEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -106,11 +118,16 @@ private:
   void HandleKey(QKeyEvent* event);
   void HandleWindowLevel(vtkObject* caller, unsigned long event, void* windowLevel);
   void DragWindowLevel(QMouseEvent* event);
+  void PutPointer(const QPoint& position);
+  void PressLeft(QMouseEvent* event);
+  void TellMarks(QMouseEvent* event);
+  void ClickAt(const QPoint& position);
+  void MovePicture(const QPoint& position);
   void TellWrites(QMouseEvent* event);
   void TellVoxel();
   void Zoom(int units);
-  bool IsOverSlice(const QPoint& position);
-  void PlaceCamera(const Vector& normal, const Vector& up);
+  bool IsOverSlice();
+  void PlaceCamera();
   void FitScale();
   void RefreshMask();
 
@@ -120,14 +137,21 @@ private:
   zvWindowValues Value;
   zvWindowLevelDrag Drag;
   Hand LeftHand = Hand::Cross;
-  double Nearness = 1.0; // how many times nearer than the whole slice
-  int WheelUnits = 0;    // of a notch that has not been turned to its end
+  double Nearness = 1.0;                       // how many times nearer than the whole slice
+  std::array<double, 2> Shift{ { 0.0, 0.0 } }; // of the eye to the right and up, in millimetres
+  zvPlanePlace Place;
+  Vector Up{ { 0.0, 0.0, 1.0 } };
+  bool IsMovingPicture = false;
+  QPoint PictureGrip; // where the mouse was when the picture was moved last
+  int WheelUnits = 0; // of a notch that has not been turned to its end
   vtkSmartPointer<vtkImageData> Mask;
   double MaskOpacity = 0.3;
   std::array<double, 10> MaskPlane{}; // where the mask was cut last
   zvEdgeLetters Letters;
   vtkNew<vtkRenderer> Renderer;
-  vtkSmartPointer<zvImageViewerWidget> Viewer;
+  zvLabelOutlines Outlines;
+  vtkSmartPointer<zvMarkedViewer> Viewer;
+  std::unique_ptr<zvSliceMarks> Marks;
 };
 
 #endif

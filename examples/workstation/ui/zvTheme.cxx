@@ -36,6 +36,7 @@ constexpr const char* Sheet =
   "QGroupBox::title { subcontrol-origin:margin; left:10px; padding:0 4px; color:#aeb6c2; }"
   "QGroupBox * { font-weight:400; }"
   "QStatusBar::item { border:none; }"
+  "QToolButton::menu-indicator { image:none; }"
   "QToolBar { border:none; spacing:6px; padding:4px; }";
 }
 

@@ -1,5 +1,6 @@
 #include "zvViewGrid.h"
 
+#include "zvSliceMarks.h"
 #include "zvVolumeView.h"
 
 #include <QEvent>
@@ -82,6 +83,8 @@ void zvViewGrid::ConnectSlices()
     connect(view, &zvSliceView::used, this, [this, view] { this->Link->Settle(view->GetAxis()); });
     connect(view, &zvSliceView::stepped, this->Link.get(), &zvViewLink::Step);
     connect(view, &zvSliceView::maximised, this, [this, view] { this->ToggleMaximised(view); });
+    connect(view->GetMarks(), &zvSliceMarks::goToWanted, this,
+      [this, view](const zvPlanePlace& place) { this->GoToPlace(view, place); });
     connect(view, &zvSliceView::voxelSeen, this, &zvViewGrid::voxelSeen);
     connect(view, &zvSliceView::nothingSeen, this, &zvViewGrid::nothingSeen);
     connect(view, &zvSliceView::windowLevelDragged, this, &zvViewGrid::TakeWindowLevel);
@@ -115,6 +118,13 @@ bool zvViewGrid::eventFilter(QObject* watched, QEvent* event)
     static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
   {
     this->ForgetFill();
+  }
+  if (event->type() == QEvent::MouseMove || event->type() == QEvent::Leave)
+  {
+    for (zvSliceView* view : this->SliceViews)
+    {
+      view->GetMarks()->SetHovered(view == watched && event->type() == QEvent::MouseMove);
+    }
   }
   if (isUse)
   {
@@ -161,8 +171,8 @@ void zvViewGrid::FollowPlanes()
   for (zvSliceView* view : this->SliceViews)
   {
     const int axis = view->GetAxis();
-    view->Follow(this->Link->GetNormal(axis), this->Link->GetUp(axis),
-      this->VolumeView->GetSlice(axis), this->VolumeView->GetSliceCount(axis));
+    view->Follow(
+      this->Link->GetPlace(axis), this->Link->GetUp(axis), this->VolumeView->GetSliceCount(axis));
     view->interactor()->Render();
   }
 }
@@ -223,6 +233,19 @@ void zvViewGrid::ResetAll()
   }
   this->VolumeView->ResetCamera();
   this->RenderAll();
+}
+
+// In a window that one view fills, it is that view's turn.
+void zvViewGrid::GoToPlace(zvSliceView* view, const zvPlanePlace& place)
+{
+  const zvOneRender render(this->Group);
+  if (this->Maximised != nullptr && this->Maximised != view)
+  {
+    this->ToggleMaximised(view);
+    this->ToggleMaximised(view);
+  }
+  this->Activate(view);
+  this->Link->GoTo(place);
 }
 
 void zvViewGrid::GoTo(int axis, int slice)

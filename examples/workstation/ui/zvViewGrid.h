@@ -47,6 +47,8 @@ public:
   /// All planes along the axes and in the middle, every view as in the beginning.
   void ResetAll();
   void GoTo(int axis, int slice);
+  /// Bring a view to where its plane was.
+  void GoToPlace(zvSliceView* view, const zvPlanePlace& place);
   void Turn(int axis, double degrees);
   void Straighten();
 

@@ -1,5 +1,6 @@
 #include "zvViewHand.h"
 
+#include "zvScreenPlace.h"
 #include "zvSliceView.h"
 #include "zvVolumeView.h"
 
@@ -34,12 +35,7 @@ QPoint zvViewHand::Part(double right, double up) const
 
 QPoint zvViewHand::At(const std::array<double, 3>& world) const
 {
-  this->Renderer->SetWorldPoint(world[0], world[1], world[2], 1.0);
-  this->Renderer->WorldToDisplay();
-  const double* pixel = this->Renderer->GetDisplayPoint();
-  const double ratio = this->View->devicePixelRatioF();
-  return QPoint(static_cast<int>(std::lround(pixel[0] / ratio)),
-    this->View->height() - 1 - static_cast<int>(std::lround(pixel[1] / ratio)));
+  return zvScreenPlace::Of(world.data(), this->View, this->Renderer);
 }
 
 std::array<double, 3> zvViewHand::OnAxialPlane(double x, double y) const

@@ -242,6 +242,42 @@ void zvViewLink::GoTo(int axis, int slice)
   this->Step(axis, slice - this->VolumeView->GetSlice(axis));
 }
 
+void zvViewLink::GoTo(const zvPlanePlace& place)
+{
+  if (!this->IsStarted())
+  {
+    return;
+  }
+  if (place.IsUpright && !this->GetPlace(place.Axis).IsUpright)
+  {
+    this->Straighten();
+  }
+  this->TurnTo(place.Normals);
+  const double way = place.Offset - this->GetPlace(place.Axis).Offset;
+  this->Step(place.Axis, static_cast<int>(std::lround(way / place.Step)));
+}
+
+// The one rotation that leads from the present directions to others.
+void zvViewLink::TurnTo(const std::array<Vector, 3>& normals)
+{
+  double now[3][3], then[3][3], rotation[3][3], quaternion[4];
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    const Vector normal = this->GetNormal(axis);
+    std::copy_n(normal.data(), 3, now[axis]);
+    std::copy_n(normals[At(axis)].data(), 3, then[axis]);
+  }
+  vtkMath::Transpose3x3(then, then);
+  vtkMath::Multiply3x3(then, now, rotation);
+  vtkMath::Matrix3x3ToQuaternion(rotation, quaternion);
+  const double angle = 2.0 * std::atan2(vtkMath::Norm(quaternion + 1), quaternion[0]);
+  if (std::fabs(angle) > LeastTurn)
+  {
+    this->Turn(
+      vtkMath::DegreesFromRadians(angle), { { quaternion[1], quaternion[2], quaternion[3] } });
+  }
+}
+
 void zvViewLink::Turn(double degrees, const Vector& direction)
 {
   if (!this->IsStarted())
@@ -277,6 +313,7 @@ void zvViewLink::Straighten()
   this->PutPlanesUpright();
   this->VolumeView->TellSlices();
   emit moved();
+  emit straightened();
 }
 
 void zvViewLink::Center()
@@ -288,6 +325,7 @@ void zvViewLink::Center()
   this->VolumeView->StraightenPlanes();
   this->PutPlanesUpright();
   emit moved();
+  emit straightened();
 }
 
 void zvViewLink::MovePlane(int axis, int steps)
@@ -401,6 +439,21 @@ zvViewLink::Vector zvViewLink::GetDirection(int view) const
   this->Viewers[At(view)]->GetVector1(direction.data());
   vtkMath::Normalize(direction.data());
   return direction;
+}
+
+zvPlanePlace zvViewLink::GetPlace(int axis) const
+{
+  zvPlanePlace place;
+  place.Axis = axis;
+  for (int view = 0; view < 3; ++view)
+  {
+    place.Normals[At(view)] = this->GetNormal(view);
+  }
+  place.Offset = vtkMath::Dot(place.GetNormal().data(), this->Cross.data());
+  place.Step = this->GetStepLength(axis);
+  place.IsUpright = this->Viewers[At(axis)]->GetPlaneOrientation() != 3;
+  place.Slice = this->VolumeView->GetSlice(axis);
+  return place;
 }
 
 zvViewLink::Vector zvViewLink::GetNormal(int view) const

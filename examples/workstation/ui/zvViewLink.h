@@ -2,6 +2,7 @@
 #define zvViewLink_h
 
 #include "zvImageViewerWidget.h"
+#include "zvPlanePlace.h"
 
 #include <QObject>
 
@@ -55,6 +56,9 @@ public:
   void Step(int axis, int steps);
   /// Move it to a slice as the 3D view counts them.
   void GoTo(int axis, int slice);
+  /// Bring the planes back to where one of them was, and the others as they stood to it. Of a
+  /// tilted plane to within half a step, as its slices are told apart.
+  void GoTo(const zvPlanePlace& place);
   /// Turn all planes about a direction through the cross.
   void Turn(double degrees, const Vector& direction);
   /// The planes along the axes again, through the voxel that is nearest to the cross.
@@ -64,6 +68,8 @@ public:
 
   /// Where the three planes meet, in millimetres.
   const Vector& GetCross() const { return this->Cross; }
+  /// Where the plane of an axis stands.
+  zvPlanePlace GetPlace(int axis) const;
   /// The normal of a view's plane, and what is up in its picture. Up turns with the plane, except
   /// where the view's own lines are turned: there the picture stays and the lines turn.
   Vector GetNormal(int view) const;
@@ -75,6 +81,8 @@ public:
 signals:
   /// After planes have moved or turned.
   void moved();
+  /// After the planes have come back to stand along the axes.
+  void straightened();
 
 private:
   void HandleViewer(vtkObject* caller, unsigned long event, void* data);
@@ -90,6 +98,7 @@ private:
   int Shorten3D(int axis, int steps);
   void ShowCross();
   void PutPlanesUpright();
+  void TurnTo(const std::array<Vector, 3>& normals);
   void RememberDirections();
   void FreeObliqueSlices(int view);
   void SetResolutionOfOthers(int view, int factor);

@@ -80,11 +80,11 @@ void AddViewMenu(zvMainWindow& window, QToolBar* bar)
     Add(menu, "reset", Tr("&Reset view"), Tr("The whole volume in the active view again"),
       QKeySequence("R"), window.GetViews(), &zvViewGrid::ResetActiveView));
   bar->addAction(Add(menu, "orthogonal", Tr("Planes &orthogonal"),
-    Tr("The planes along the axes again, through the cross"), QKeySequence("O"), &window,
-    &zvMainWindow::Straighten));
+    Tr("The planes along the axes again, through the cross"), QKeySequence("O"), window.GetViews(),
+    &zvViewGrid::Straighten));
   bar->addAction(Add(menu, "reset-all", Tr("Reset &all"),
-    Tr("All planes in the middle, all views as in the beginning"), QKeySequence("Shift+R"), &window,
-    &zvMainWindow::ResetAll));
+    Tr("All planes in the middle, all views as in the beginning"), QKeySequence("Shift+R"),
+    window.GetViews(), &zvViewGrid::ResetAll));
   menu->addSeparator();
   int number = 0;
   for (auto* dock : window.findChildren<QDockWidget*>())
@@ -102,7 +102,7 @@ void AddPresets(zvMainWindow& window, QToolBar* bar)
   bar->addSeparator();
   auto* button = new QToolButton;
   button->setIcon(zvIcons::Make("window"));
-  button->setText(Tr("Window presets"));
+  button->setText(Tr("Window presets") + QString(" \u25be"));
   button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   button->setToolTip(Tr("Windows that suit this volume (1 to 9)"));
   button->setMenu(window.GetPresetMenu());
