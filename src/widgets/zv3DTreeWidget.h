@@ -42,8 +42,10 @@ class zvRawView;
 ///
 /// Two actors show the tree and two more the selection, the same in all four views. The latter are
 /// seen from SetEnabled(1) on: the sphere and the line of a selection that was never made lie at
-/// the world's origin. While a point or segment is dragged the selection follows the mouse, and the
-/// tree may follow with the next change of its data only.
+/// the world's origin. While a point or segment is dragged the selection follows the mouse.
+/// Deliberate: a drag does not mark the tree as changed, so that the tree may follow no sooner than
+/// with the next point that is added, and what was dragged out of the box that the tree had cannot
+/// be hit until then.
 ///
 /// State     event                                          next        tells observers
 /// Inactive  any                                            Inactive    -

@@ -302,6 +302,20 @@ TEST_F(TreeMouse, ADragDoesNotMarkTheTreeAsChangedByDesign)
   }
 }
 
+TEST_F(TreeMouse, WhatWasDraggedOutOfTheTreesBoxIsHitAfterTheNextChangeByDesign)
+{
+  this->ShowSquare();
+  zvtest::Mouse mouse = this->PointerIn(Z);
+  const zvtest::Display out = this->At(Z, { { 9, 9, 4 } });
+  mouse.Drag(zvtest::Left, this->OnPoint(Z, 2), out);
+  mouse.Press(zvtest::Left, out);
+  EXPECT_EQ(this->Tree->State, zv3DTreeWidget::Outside);
+  this->Add({ { 0, 0, 0 } });
+  mouse.Press(zvtest::Left, out);
+  EXPECT_EQ(this->Tree->State, zv3DTreeWidget::Moving);
+  EXPECT_EQ(this->Tree->CurrentPoint, 2);
+}
+
 TEST_F(TreeMouse, APointStopsAtEachFaceAndSlidesAlongIt)
 {
   this->ShowSquare();
