@@ -67,16 +67,9 @@ void zvSeedWidget::PrintSelf(ostream& os, vtkIndent indent)
 {
   zvTraceMacro("zvSeedWidget::PrintSelf(ostream& os, vtkIndent indent)");
   this->Superclass::PrintSelf(os, indent);
-  const auto printProperty = [&os, indent](const char* label, vtkProperty* property)
-  {
-    os << indent << label << ": ";
-    property ? os << property << "\n" : os << "(none)\n";
-  };
-  printProperty("Handle Property", this->HandleProperty);
-  printProperty("Selected Handle Property", this->SelectedHandleProperty);
-  os << indent << "Project To Plane: " << (this->ProjectToPlane ? "On\n" : "Off\n");
-  os << indent << "Projection Normal: " << this->ProjectionNormal << "\n";
-  os << indent << "Projection Position: " << this->ProjectionPosition << "\n";
+  zvMarkerParts::Print(os, indent,
+    { this->HandleProperty, this->SelectedHandleProperty, this->ProjectToPlane,
+      this->ProjectionNormal, this->ProjectionPosition });
 }
 
 void zvSeedWidget::CollectRevisions(ostream& os)

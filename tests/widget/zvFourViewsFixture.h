@@ -43,6 +43,7 @@ class FourViews : public QuietTest
 {
 protected:
   explicit FourViews(int size = 200)
+    : Size(size)
   {
     VolumeOptions options;
     options.Dimensions = { { 21, 21, 21 } };
@@ -50,12 +51,20 @@ protected:
     options.ScalarType = VTK_UNSIGNED_CHAR;
     this->Volume = MakeConstantVolume(0.0, options);
     zvInstanceManager::Instance()->SetCurrentOutput(this->Volume);
+    this->MakeViews();
+  }
+
+  ~FourViews() override { zvInstanceManager::Instance()->SetCurrentOutput(nullptr); }
+
+  /// Four windows, in the place of those that may be there.
+  void MakeViews()
+  {
     const double bounds[6] = { -12, 12, -12, 12, -12, 12 };
     for (View view : AllViews)
     {
       SceneOptions sceneOptions;
-      sceneOptions.Width = size;
-      sceneOptions.Height = size;
+      sceneOptions.Width = this->Size;
+      sceneOptions.Height = this->Size;
       this->Scenes[view] = std::make_unique<Scene>(sceneOptions);
       if (view == ThreeD)
       {
@@ -69,8 +78,6 @@ protected:
       this->Scenes[view]->Render();
     }
   }
-
-  ~FourViews() override { zvInstanceManager::Instance()->SetCurrentOutput(nullptr); }
 
   Scene& In(View view) { return *this->Scenes[view]; }
   vtkRenderer* Renderer(View view) { return this->Scenes[view]->Renderer(); }
@@ -162,9 +169,9 @@ protected:
 
   vtkSmartPointer<vtkImageData> Volume;
   std::array<std::unique_ptr<Scene>, 4> Scenes;
+  int Size;
 
-private:
-  // The widgets do not agree in the name of this setter.
+  /// The widgets do not agree in the name of this setter; the last argument picks the one there is.
   template <typename Widget>
   static auto Set3DView(Widget* widget, vtkRenderer* view, int)
     -> decltype(widget->SetRenderer3D(view))

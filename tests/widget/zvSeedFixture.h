@@ -59,11 +59,21 @@ class Seeds : public FourViews
 {
 protected:
   using Names = std::vector<std::string>;
+  using Open = OpenSeeds;
+  using Class = zvSeedWidget;
+  static constexpr const char* ClassName = "zvSeedWidget";
+  static constexpr const char* Item = "seed";
+  static vtkObject* Instantiate() { return vtkInstantiatorzvSeedWidgetNew(); }
 
   explicit Seeds(int size = 200)
     : FourViews(size)
-    , Widget(vtkSmartPointer<OpenSeeds>::Take(OpenSeeds::New()))
   {
+    this->MakeWidget();
+  }
+
+  void MakeWidget()
+  {
+    this->Widget = vtkSmartPointer<OpenSeeds>::Take(OpenSeeds::New());
     this->SetViews(this->Widget.GetPointer());
   }
 

@@ -451,60 +451,6 @@ TEST_F(SeedWidgetMouse, TheWheelInTheCurrentSliceViewIsAnsweredTwiceByDesign)
     ElementsAre("X", "Y", "Z", "3", "X", "Y", "Z", "3", "MouseWheelForwardEvent"));
 }
 
-// ---- Life
-
-TEST_F(SeedWidgetMouse, MayBeDeletedByItsOwnObservers)
-{
-  for (unsigned long event : { vtkCommand::StartInteractionEvent, vtkCommand::InteractionEvent,
-         vtkCommand::EndInteractionEvent })
-  {
-    this->Widget = vtkSmartPointer<zvtest::OpenSeeds>::Take(zvtest::OpenSeeds::New());
-    this->SetViews(this->Widget.GetPointer());
-    this->Widget->SetEnabled(1);
-    this->AddThree();
-    zvtest::EventRecorder recorder;
-    recorder.Watch(
-      this->Widget, { event }, [this](const zvtest::RecordedEvent&) { this->Widget = nullptr; });
-    const Display from = this->At(Z, 1);
-    this->PointerIn(Z).Drag(zvtest::Left, from, { { 90, 120 } });
-    EXPECT_EQ(this->Widget, nullptr);
-    EXPECT_THAT(this->CountProps(), ElementsAre(0, 0, 0, 0));
-  }
-}
-
-TEST_F(SeedWidgetMouse, ItsObserversMayDisableItInMidDrag)
-{
-  zvtest::EventRecorder recorder;
-  recorder.Watch(this->Widget, { vtkCommand::InteractionEvent },
-    [this](const zvtest::RecordedEvent&) { this->Widget->SetEnabled(0); });
-  this->PointerIn(Z).Drag(zvtest::Left, this->At(Z, 1), { { 90, 120 } }, zvtest::NoModifier, 3);
-  EXPECT_EQ(recorder.Count(vtkCommand::InteractionEvent), 1);
-  EXPECT_EQ(this->Widget->GetEnabled(), 0);
-}
-
-TEST_F(SeedWidgetMouse, ItsObserversMayTakeTheInteractorAway)
-{
-  zvtest::EventRecorder recorder;
-  recorder.Watch(this->Widget,
-    { vtkCommand::StartInteractionEvent, vtkCommand::EndInteractionEvent },
-    [this](const zvtest::RecordedEvent&) { this->Widget->SetInteractor(nullptr); });
-  this->PointerIn(Z).Drag(zvtest::Left, this->At(Z, 1), { { 90, 120 } });
-  this->Widget->OnMouseMove();
-  this->Widget->OnLeftButtonUp();
-  EXPECT_EQ(this->Widget->GetState(), zvSeedWidget::Start);
-}
-
-TEST_F(SeedWidgetMouse, TheCurrentViewMayDieInMidDrag)
-{
-  zvtest::Mouse mouse = this->PointerIn(X);
-  this->PointerIn(Z).Press(zvtest::Left, this->At(Z, 1));
-  this->Scenes[Z].reset();
-  mouse.MoveTo({ { 90, 120 } });
-  mouse.Release(zvtest::Left);
-  EXPECT_EQ(this->Widget->GetState(), zvSeedWidget::Start);
-  this->ExpectNoMessage();
-}
-
 // ---- What is seen
 
 TEST_F(SeedWidgetMouse, EveryViewShowsTheSeedsInTheirColoursAndFollows)

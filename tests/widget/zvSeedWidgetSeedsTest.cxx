@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <functional>
 
 using ::testing::Each;
 using ::testing::ElementsAre;
@@ -98,99 +99,65 @@ TEST_F(SeedWidgetSeeds, ASeedMayBeAddedOutsideTheImageAndAtNoNumber)
   EXPECT_EQ(this->Widget->CurrentActorIndex, 2);
 }
 
-TEST_F(SeedWidgetSeeds, AddingNowhereOnlySaysSo)
-{
-  this->Widget->SetState(zvSeedWidget::Outside);
-  this->Widget->AddHandle(nullptr, 0);
-  this->ExpectGenericWarning("zvSeedWidget", "give the seed a position...");
-  EXPECT_EQ(this->Count(), 0);
-  EXPECT_EQ(this->Widget->GetState(), zvSeedWidget::Outside);
-}
+// ---- Who is in which view
 
 namespace
 {
-// Parts of the views that can be missing, with what the warning calls them.
-struct MissingRow
+struct WhereRow
 {
   const char* Name;
-  zvtest::View View;
-  bool HasRenderer;
+  std::function<void(zvtest::OpenSeeds*)> Operation;
+  std::vector<std::string> Where; // both actors of each seed
 };
-const MissingRow MissingRows[] = { { "RendererX", X, false }, { "RendererY", Y, false },
-  { "RendererZ", Z, false }, { "Renderer3D", ThreeD, false }, { "InteractorX", X, true },
-  { "InteractorY", Y, true }, { "InteractorZ", Z, true }, { "Interactor3D", ThreeD, true } };
 
-class SeedWidgetWithout
-  : public zvtest::Seeds
-  , public ::testing::WithParamInterface<MissingRow>
+std::vector<WhereRow> MakeWhereRows()
 {
-};
+  using Open = zvtest::OpenSeeds;
+  static double x[3] = { 1, 1, 1 };
+  const std::vector<std::string> all(3, "XYZ 3");
+  return {
+    { "AddHandle", [](Open* w) { w->AddHandle(x, 0); }, std::vector<std::string>(4, "XYZ 3") },
+    { "EraseHandle", [](Open* w) { w->EraseHandle(); }, std::vector<std::string>(2, "XYZ 3") },
+    { "Clear", [](Open* w) { w->Clear(); }, {} },
+    { "SetEnabled0", [](Open* w) { w->SetEnabled(0); }, std::vector<std::string>(3, " ") },
+    { "SetEnabled0And1",
+      [](Open* w)
+      {
+        w->SetEnabled(0);
+        w->SetEnabled(1);
+      },
+      all },
+    { "HighlightHandle", [](Open* w) { w->HighlightHandle(0); }, all },
+    { "HighlightNothing", [](Open* w) { w->HighlightHandle(nullptr); }, all },
+    { "SetCurrentActorIndex", [](Open* w) { w->SetCurrentActorIndex(0); }, all },
+    { "SetCurrentActorIndexTooLarge", [](Open* w) { w->SetCurrentActorIndex(3); }, all },
+    { "MovePoint", [](Open* w) { w->MovePoint(x, x); }, all },
+    { "SetHandlePosition", [](Open* w) { w->SetHandlePosition(0, 1, 2, 3); }, all },
+    { "PlaceWidget", [](Open* w) { w->PlaceWidget(0, 1, 0, 1, 0, 1); }, all },
+    { "SizeHandles", [](Open* w) { w->SizeHandles(); }, all },
+    { "OnLeftButtonDown", [](Open* w) { w->OnLeftButtonDown(); }, all },
+    { "OnRightButtonUp", [](Open* w) { w->OnRightButtonUp(); }, all },
+    { "OnMouseWheelForward", [](Open* w) { w->OnMouseWheelForward(); }, all },
+    { "IsClicked", [](Open* w) { w->IsClicked(); }, all },
+  };
+}
 }
 
-TEST_P(SeedWidgetWithout, APartOfAViewNothingIsAddedOrEnabled)
+TEST_F(SeedWidgetSeeds, EveryOperationLeavesEveryActorInItsViews)
 {
-  this->Add({ { 1, 2, 3 } });
-  const MissingRow& row = this->GetParam();
-  vtkSmartPointer<vtkRenderer> kept = this->Renderer(row.View);
-  if (row.HasRenderer)
+  for (const WhereRow& row : MakeWhereRows())
   {
-    this->In(row.View).DropInteractor();
+    SCOPED_TRACE(row.Name);
+    this->MakeWidget();
+    this->Widget->SetEnabled(1);
+    this->AddThree();
+    row.Operation(this->Widget);
+    EXPECT_THAT(this->Where(), ElementsAreArray(row.Where));
+    const bool isShown = row.Where.empty() || row.Where.front() != " ";
+    const int present = isShown ? static_cast<int>(row.Where.size()) : 0;
+    EXPECT_THAT(this->CountProps(), Each(present)); // and nobody else
   }
-  else
-  {
-    kept = nullptr;
-    this->In(row.View).DropRenderers();
-  }
-  this->Widget->SetState(zvSeedWidget::Outside);
-  this->Add({ { 4, 5, 6 } });
-  this->ExpectGenericWarning(
-    "zvSeedWidget", std::string("set ") + row.Name + " before adding a seed...");
-  EXPECT_EQ(this->Count(), 1);
-  EXPECT_EQ(this->Widget->GetState(), zvSeedWidget::Outside);
-  this->Widget->SetEnabled(1);
-  this->ExpectGenericWarning(
-    "zvSeedWidget", std::string("set ") + row.Name + " before enabling the widget...");
-  EXPECT_EQ(this->Widget->GetEnabled(), 0);
 }
-
-TEST_P(SeedWidgetWithout, APartOfAViewTheOtherViewsAreServed)
-{
-  this->AddThree();
-  this->Widget->SetEnabled(1);
-  const MissingRow& row = this->GetParam();
-  if (row.HasRenderer)
-  {
-    this->In(row.View).DropInteractor();
-  }
-  else
-  {
-    this->In(row.View).DropRenderers();
-  }
-  this->Widget->SetCurrentActorIndex(1);
-  EXPECT_EQ(this->Looks(), ".*.");
-  double p1[3] = { 0, 0, 0 };
-  double p2[3] = { 1, 1, 1 };
-  this->Widget->MovePoint(p1, p2);
-  this->Widget->SizeHandles();
-  this->Widget->OnLeftButtonDown();
-  this->Widget->OnMouseMove();
-  this->Widget->OnLeftButtonUp();
-  this->Widget->OnRightButtonUp();
-  this->Widget->OnMouseWheelForward();
-  this->Widget->OnMouseWheelBackward();
-  this->Widget->IsClicked();
-  this->Widget->SetCurrentActorIndex(1);
-  this->Widget->EraseHandle();
-  EXPECT_EQ(this->Count(), 2);
-  this->Widget->Clear();
-  EXPECT_EQ(this->Count(), 0);
-  this->Widget->SetEnabled(0);
-  EXPECT_EQ(this->Widget->GetEnabled(), 0);
-  this->ExpectNoMessage();
-}
-
-INSTANTIATE_TEST_SUITE_P(Views, SeedWidgetWithout, ::testing::ValuesIn(MissingRows),
-  [](const auto& row) { return row.param.Name; });
 
 // ---- Erasing
 
@@ -411,42 +378,6 @@ TEST_F(SeedWidgetSeeds, ThePositionIsThatOfTheSliceViews)
   EXPECT_EQ(this->Widget->GetHandlePosition(0)[0], -6);
 }
 
-TEST_F(SeedWidgetSeeds, ANegativeIndexIsAnError)
-{
-  this->AddThree();
-  double xyz[3] = { 7, 7, 7 };
-  const auto expect = [this]()
-  {
-    this->ExpectVtkError(
-      "zvSeedWidget", "zvSeedWidget", this->Widget, "zvSeedWidget: handle index out of range.");
-  };
-  this->Widget->SetHandlePosition(-1, 1, 2, 3);
-  expect();
-  this->Widget->SetHandlePosition(-5, xyz);
-  expect();
-  this->Widget->GetHandlePosition(-1, xyz);
-  expect();
-  EXPECT_THAT(xyz, ElementsAre(7, 7, 7));
-  EXPECT_EQ(this->Widget->GetHandlePosition(-1), nullptr);
-  expect();
-  EXPECT_EQ(this->PositionOf(0), (World{ { -6, -4, -5 } }));
-}
-
-TEST_F(SeedWidgetSeeds, AnIndexThatIsTooLargeIsAWarning)
-{
-  this->AddThree();
-  double xyz[3] = { 7, 7, 7 };
-  this->Widget->SetHandlePosition(3, 1, 2, 3);
-  this->ExpectGenericWarning("zvSeedWidget", "there is no seed of index 3...");
-  this->Widget->SetHandlePosition(99, xyz);
-  this->ExpectGenericWarning("zvSeedWidget", "there is no seed of index 99...");
-  this->Widget->GetHandlePosition(3, xyz);
-  this->ExpectGenericWarning("zvSeedWidget", "there is no seed of index 3...");
-  EXPECT_THAT(xyz, ElementsAre(7, 7, 7));
-  EXPECT_EQ(this->Widget->GetHandlePosition(3), nullptr);
-  this->ExpectGenericWarning("zvSeedWidget", "there is no seed of index 3...");
-}
-
 // ---- Selecting
 
 TEST_F(SeedWidgetSeeds, HighlightsByPropAndByIndex)
@@ -589,21 +520,6 @@ TEST_P(SeedWidgetMoved, ByAWayStopsAtTheFacesOfTheImage)
 INSTANTIATE_TEST_SUITE_P(Faces, SeedWidgetMoved, ::testing::ValuesIn(MoveRows),
   [](const auto& row) { return row.param.Name; });
 
-TEST_F(SeedWidgetSeeds, MovingWithoutAnImageOnlySaysSo)
-{
-  this->AddThree();
-  double p1[3] = { 0, 0, 0 };
-  double p2[3] = { 1, 1, 1 };
-  vtkNew<vtkImageData> withoutVoxels;
-  for (vtkImageData* image : { static_cast<vtkImageData*>(nullptr), withoutVoxels.Get() })
-  {
-    zvInstanceManager::Instance()->SetCurrentOutput(image);
-    this->Widget->MovePoint(p1, p2);
-    this->ExpectGenericWarning("zvSeedWidget", "set the current image before moving a seed...");
-    EXPECT_EQ(this->PositionOf(2), (World{ { 5, 0, 6 } }));
-  }
-}
-
 TEST_F(SeedWidgetSeeds, MovingByAStaleIndexOnlySaysSo)
 {
   double p1[3] = { 0, 0, 0 };
@@ -735,57 +651,4 @@ TEST_F(SeedWidgetSeeds, ACurrentViewWithoutAWindowIsNotMeasured)
   this->In(Z).DropRenderers();
   this->Widget->SizeHandles();
   EXPECT_NEAR(this->SliceSource(0)->GetRadius(), 0.01 * 0.7 * std::sqrt(3.0), 1e-12);
-}
-
-// ---- Projection, which does nothing
-
-TEST_F(SeedWidgetSeeds, TheProjectionNormalIsAlwaysZero)
-{
-  const vtkMTimeType before = this->Widget->GetMTime();
-  for (int normal : { 2, -1, 0, 1 })
-  {
-    this->Widget->SetProjectionNormal(normal);
-    EXPECT_EQ(this->Widget->GetProjectionNormal(), 0);
-  }
-  EXPECT_EQ(this->Widget->GetMTime(), before);
-  EXPECT_EQ(this->Widget->GetProjectionNormalMinValue(), 0);
-  EXPECT_EQ(this->Widget->GetProjectionNormalMaxValue(), 0);
-  this->Widget->ProjectionNormal = 2;
-  this->Widget->SetProjectionNormal(2);
-  EXPECT_EQ(this->Widget->GetProjectionNormal(), 0);
-  EXPECT_GT(this->Widget->GetMTime(), before);
-}
-
-TEST_F(SeedWidgetSeeds, TheProjectionSwitchTellsItsChanges)
-{
-  const vtkMTimeType before = this->Widget->GetMTime();
-  this->Widget->ProjectToPlaneOff();
-  EXPECT_EQ(this->Widget->GetMTime(), before);
-  this->Widget->ProjectToPlaneOn();
-  EXPECT_EQ(this->Widget->GetProjectToPlane(), 1);
-  const vtkMTimeType on = this->Widget->GetMTime();
-  EXPECT_GT(on, before);
-  this->Widget->SetProjectToPlane(1);
-  EXPECT_EQ(this->Widget->GetMTime(), on);
-  this->Widget->SetProjectToPlane(5);
-  EXPECT_EQ(this->Widget->GetProjectToPlane(), 5);
-  this->Widget->ProjectToPlaneOff();
-  EXPECT_EQ(this->Widget->GetProjectToPlane(), 0);
-}
-
-TEST_F(SeedWidgetSeeds, PlaneAndPositionOfTheProjectionAreOnlyStored)
-{
-  this->AddThree();
-  vtkNew<vtkPlaneSource> plane;
-  const int references = plane->GetReferenceCount();
-  const vtkMTimeType before = this->Widget->GetMTime();
-  this->Widget->SetPlaneSource(plane);
-  this->Widget->SetProjectionPosition(3.5);
-  this->Widget->ProjectPointsToPlane();
-  this->Widget->ProjectPointsToOrthoPlane();
-  EXPECT_EQ(this->Widget->PlaneSource, plane.Get());
-  EXPECT_EQ(plane->GetReferenceCount(), references);
-  EXPECT_EQ(this->Widget->GetProjectionPosition(), 3.5);
-  EXPECT_EQ(this->Widget->GetMTime(), before);
-  EXPECT_EQ(this->PositionOf(0), (World{ { -6, -4, -5 } }));
 }

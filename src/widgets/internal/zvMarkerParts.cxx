@@ -70,6 +70,20 @@ void zvMarkerParts::Spread(vtkCollection* spheres, const double bounds[6])
     });
 }
 
+void zvMarkerParts::Print(ostream& os, vtkIndent indent, const PrintedFields& fields)
+{
+  const auto printProperty = [&os, indent](const char* label, vtkProperty* property)
+  {
+    os << indent << label << ": ";
+    property ? os << property << "\n" : os << "(none)\n";
+  };
+  printProperty("Handle Property", fields.HandleProperty);
+  printProperty("Selected Handle Property", fields.SelectedHandleProperty);
+  os << indent << "Project To Plane: " << (fields.ProjectToPlane ? "On\n" : "Off\n");
+  os << indent << "Projection Normal: " << fields.ProjectionNormal << "\n";
+  os << indent << "Projection Position: " << fields.ProjectionPosition << "\n";
+}
+
 void zvMarkerParts::Highlight(
   vtkCollection* actors, int index, vtkProperty* normal, vtkProperty* selected)
 {

@@ -1,7 +1,9 @@
 #ifndef zvMarkerParts_h
 #define zvMarkerParts_h
 
+#include "vtkIndent.h"
 #include "vtkSmartPointer.h"
+#include "vtkSystemIncludes.h"
 
 class vtkActor;
 class vtkAlgorithm;
@@ -17,6 +19,9 @@ namespace zvMarkerParts
 {
 /// The part of the size that vtk3DWidget gives handles which is a sphere's radius.
 constexpr double SphereSize = 0.7;
+
+/// The part of it that is the height of a label's letters.
+constexpr double LabelSize = 1.0;
 
 /// A sphere about a world position, of a radius in millimetres.
 vtkSmartPointer<vtkSphereSource> MakeSphere(const double center[3], double radius);
@@ -37,6 +42,17 @@ void SetRadius(vtkCollection* spheres, double radius);
 /// Put the spheres at equal steps from the low to the high corner of \a bounds (xmin, xmax, ymin,
 /// ymax, zmin, zmax). Deliberate: a single one has no step, its center becomes not a number.
 void Spread(vtkCollection* spheres, const double bounds[6]);
+
+/// Write what all markers print after their parent's fields.
+struct PrintedFields
+{
+  vtkProperty* HandleProperty;
+  vtkProperty* SelectedHandleProperty;
+  int ProjectToPlane;
+  int ProjectionNormal;
+  double ProjectionPosition;
+};
+void Print(ostream& os, vtkIndent indent, const PrintedFields& fields);
 
 /// Give the actor at \a index the look of the selected one and all others the normal look. Without
 /// such an index all look normal.
