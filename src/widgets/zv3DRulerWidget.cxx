@@ -71,10 +71,13 @@ zv3DRulerWidget::zv3DRulerWidget()
 
 zv3DRulerWidget::~zv3DRulerWidget()
 {
+  zvTraceMacro("zv3DRulerWidget::~zv3DRulerWidget()");
   this->zv3DRulerWidget::SetEnabled(0);
   zvObservedSubjects::Release(this->Observed, this->EventCallbackCommand);
-  this->RemoveChainFromViews(); // AddHandle shows it when the widget is not enabled, too
-  this->RemoveFromViews(this->TextActor);
+  // AddHandle shows it when the widget is not enabled, too, and some may be in views of before.
+  zvMarkerParts::TakeOut(this->HandleActors);
+  zvMarkerParts::TakeOut(this->LineActors);
+  zvViewLookup::TakeOut(this->TextActor);
 }
 
 void zv3DRulerWidget::PrintSelf(ostream& os, vtkIndent indent)
@@ -249,37 +252,25 @@ void zv3DRulerWidget::SetPlaneSource(vtkPlaneSource* plane)
 void zv3DRulerWidget::SetRendererX(vtkRenderer* render)
 {
   zvTraceMacro("zv3DRulerWidget::SetRendererX(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->RendererX, this->InteractorX))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for RendererX...");
-  }
+  this->StoreView("RendererX", render, this->RendererX, this->InteractorX);
 }
 
 void zv3DRulerWidget::SetRendererY(vtkRenderer* render)
 {
   zvTraceMacro("zv3DRulerWidget::SetRendererY(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->RendererY, this->InteractorY))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for RendererY...");
-  }
+  this->StoreView("RendererY", render, this->RendererY, this->InteractorY);
 }
 
 void zv3DRulerWidget::SetRendererZ(vtkRenderer* render)
 {
   zvTraceMacro("zv3DRulerWidget::SetRendererZ(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->RendererZ, this->InteractorZ))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for RendererZ...");
-  }
+  this->StoreView("RendererZ", render, this->RendererZ, this->InteractorZ);
 }
 
 void zv3DRulerWidget::SetRenderer3D(vtkRenderer* render)
 {
   zvTraceMacro("zv3DRulerWidget::Set3DRender(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->Renderer3D, this->Interactor3D))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for Renderer3D...");
-  }
+  this->StoreView("Renderer3D", render, this->Renderer3D, this->Interactor3D);
 }
 
 void zv3DRulerWidget::SetCurrentRender(vtkRenderer* render)
@@ -398,6 +389,15 @@ void zv3DRulerWidget::RemoveFromViews(vtkProp* prop)
 {
   zvFourViews::Remove(
     { this->RendererX, this->RendererY, this->RendererZ, this->Renderer3D }, prop);
+}
+
+void zv3DRulerWidget::StoreView(const char* name, vtkRenderer* render,
+  vtkWeakPointer<vtkRenderer>& renderer, vtkWeakPointer<vtkRenderWindowInteractor>& interactor)
+{
+  if (!zvFourViews::Set(render, renderer, interactor))
+  {
+    vtkGenericWarningMacro("set a renderer that is in a render window for " << name << "...");
+  }
 }
 
 bool zv3DRulerWidget::HasViews(const char* before)

@@ -75,7 +75,7 @@ class zvRawView;
 ///
 /// Lifetime: the widget may be deleted at any moment, enabled, in mid-drag or from its own
 /// observer, before or after its views. It only refers to the views; one that dies counts as not
-/// set, and what can be done without it is done. Deleted, the ruler is taken out of the views.
+/// set, and what can be done without it is done. Deleted, the ruler is taken out of all views.
 class ZVWIDGETS_EXPORT zv3DRulerWidget : public vtk3DWidget
 {
 public:
@@ -324,6 +324,10 @@ protected:
 
   /// Let the label tell the length of a segment, at its end.
   void WriteLabel(vtkLineSource* segment);
+
+  /// Store one of the four views, which a message calls \a name.
+  void StoreView(const char* name, vtkRenderer* render, vtkWeakPointer<vtkRenderer>& renderer,
+    vtkWeakPointer<vtkRenderWindowInteractor>& interactor);
 
   ///@{
   /// Whether something is there; if not, say which is missing.

@@ -58,9 +58,12 @@ zvSeedWidget::zvSeedWidget()
 
 zvSeedWidget::~zvSeedWidget()
 {
+  zvTraceMacro("zvSeedWidget::~zvSeedWidget()");
   this->zvSeedWidget::SetEnabled(0);
   zvObservedSubjects::Release(this->Observed, this->EventCallbackCommand);
-  this->RemoveSeedsFromViews(); // AddHandle shows them when the widget is not enabled, too
+  // AddHandle shows seeds when the widget is not enabled, too, and some may be in views of before.
+  zvMarkerParts::TakeOut(this->HandleActors);
+  zvMarkerParts::TakeOut(this->HandleActors3D);
 }
 
 void zvSeedWidget::PrintSelf(ostream& os, vtkIndent indent)
@@ -233,37 +236,25 @@ void zvSeedWidget::SetPlaneSource(vtkPlaneSource* plane)
 void zvSeedWidget::SetRendererX(vtkRenderer* render)
 {
   zvTraceMacro("zvSeedWidget::SetRendererX(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->RendererX, this->InteractorX))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for RendererX...");
-  }
+  this->StoreView("RendererX", render, this->RendererX, this->InteractorX);
 }
 
 void zvSeedWidget::SetRendererY(vtkRenderer* render)
 {
   zvTraceMacro("zvSeedWidget::SetRendererY(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->RendererY, this->InteractorY))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for RendererY...");
-  }
+  this->StoreView("RendererY", render, this->RendererY, this->InteractorY);
 }
 
 void zvSeedWidget::SetRendererZ(vtkRenderer* render)
 {
   zvTraceMacro("zvSeedWidget::SetRendererZ(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->RendererZ, this->InteractorZ))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for RendererZ...");
-  }
+  this->StoreView("RendererZ", render, this->RendererZ, this->InteractorZ);
 }
 
 void zvSeedWidget::Set3DRender(vtkRenderer* render)
 {
   zvTraceMacro("zvSeedWidget::Set3DRender(vtkRenderer *render)");
-  if (!zvFourViews::Set(render, this->Renderer3D, this->Interactor3D))
-  {
-    vtkGenericWarningMacro("set a renderer that is in a render window for Renderer3D...");
-  }
+  this->StoreView("Renderer3D", render, this->Renderer3D, this->Interactor3D);
 }
 
 void zvSeedWidget::SetCurrentRender(vtkRenderer* render)
@@ -675,6 +666,15 @@ void zvSeedWidget::EraseSeed(vtkProp* sliceActor)
   this->HandleSources->RemoveItem(index);
   this->HandleActors3D->RemoveItem(index);
   this->HandleSources3D->RemoveItem(index);
+}
+
+void zvSeedWidget::StoreView(const char* name, vtkRenderer* render,
+  vtkWeakPointer<vtkRenderer>& renderer, vtkWeakPointer<vtkRenderWindowInteractor>& interactor)
+{
+  if (!zvFourViews::Set(render, renderer, interactor))
+  {
+    vtkGenericWarningMacro("set a renderer that is in a render window for " << name << "...");
+  }
 }
 
 bool zvSeedWidget::HasViews(const char* before)

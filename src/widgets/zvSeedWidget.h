@@ -60,7 +60,7 @@ class zvRawView;
 ///
 /// Lifetime: the widget may be deleted at any moment, enabled, in mid-drag or from its own
 /// observer, before or after its views. It only refers to the views; one that dies counts as not
-/// set, and what can be done without it is done. Deleted, the seeds are taken out of the views.
+/// set, and what can be done without it is done. Deleted, the seeds are taken out of all views.
 class ZVWIDGETS_EXPORT zvSeedWidget : public vtk3DWidget
 {
 public:
@@ -265,6 +265,10 @@ protected:
 
   /// Take one seed out of everything, by its slice actor.
   void EraseSeed(vtkProp* sliceActor);
+
+  /// Store one of the four views, which a message calls \a name.
+  void StoreView(const char* name, vtkRenderer* render, vtkWeakPointer<vtkRenderer>& renderer,
+    vtkWeakPointer<vtkRenderWindowInteractor>& interactor);
 
   /// Whether the four views are there; if not, say which is missing \a before.
   bool HasViews(const char* before);

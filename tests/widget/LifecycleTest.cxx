@@ -1,6 +1,7 @@
 // What every widget promises of its life, whatever it shows: it may be made, enabled, dragged and
 // deleted in any order with the view that it is in.
 
+#include "zv3DRulerWidget.h"
 #include "zv3DTreeWidget.h"
 #include "zvAreaWidget.h"
 #include "zvBoxWidget.h"
@@ -12,6 +13,7 @@
 #include "zvNormalWidget.h"
 #include "zvPointWidget.h"
 #include "zvRulerWidget.h"
+#include "zvSeedWidget.h"
 #include "zvSnakeWidget.h"
 #include "zvSplineWidget.h"
 #include "zvTestKit.h"
@@ -224,6 +226,44 @@ struct Case<zvNormalWidget>
   vtkSmartPointer<zvImageViewerWidget> Viewer;
 };
 
+// Markers in four views, here all the same view.
+template <typename Widget>
+struct MarkerCase
+{
+  static Widget* Make() { return Widget::New(); }
+  static void Show(Widget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    zvInstanceManager::Instance()->SetCurrentOutput(volume);
+    widget->SetRendererX(scene.Renderer());
+    widget->SetRendererY(scene.Renderer());
+    widget->SetRendererZ(scene.Renderer());
+    Set3DView(widget, scene.Renderer());
+    widget->SetCurrentRender(scene.Renderer());
+    double b[6];
+    volume->GetBounds(b);
+    double points[3][3] = { { b[0], b[2], b[4] }, { b[1], b[3], b[5] },
+      { 0.5 * (b[0] + b[1]), 0.5 * (b[2] + b[3]), 0.5 * (b[4] + b[5]) } };
+    for (double* point : points)
+    {
+      widget->AddHandle(point, 0);
+    }
+    widget->SetEnabled(1);
+  }
+  static void Set3DView(zvSeedWidget* widget, vtkRenderer* view) { widget->Set3DRender(view); }
+  static void Set3DView(zv3DRulerWidget* widget, vtkRenderer* view) { widget->SetRenderer3D(view); }
+  static constexpr bool CanBeEnabled = true;
+};
+
+template <>
+struct Case<zvSeedWidget> : MarkerCase<zvSeedWidget>
+{
+};
+
+template <>
+struct Case<zv3DRulerWidget> : MarkerCase<zv3DRulerWidget>
+{
+};
+
 template <>
 struct Case<zv3DTreeWidget>
 {
@@ -256,10 +296,21 @@ template <typename Widget>
 constexpr const char* SaidWithoutInteractor =
   "The interactor must be set prior to enabling/disabling widget";
 template <>
+constexpr const char* SaidWithoutInteractor<zvSeedWidget> =
+  "set RendererX before enabling the widget...";
+template <>
+constexpr const char* SaidWithoutInteractor<zv3DRulerWidget> = nullptr;
+template <>
 constexpr const char* SaidWithoutInteractor<zv3DTreeWidget> = nullptr;
 
 template <typename Widget>
 constexpr const char* SaidWithoutRenderers = nullptr;
+template <>
+constexpr const char* SaidWithoutRenderers<zvSeedWidget> =
+  "set RendererX before enabling the widget...";
+template <>
+constexpr const char* SaidWithoutRenderers<zv3DRulerWidget> =
+  "set RendererX before enabling the widget...";
 template <>
 constexpr const char* SaidWithoutRenderers<zv3DTreeWidget> =
   "set RendererX before enabling the widget...";
@@ -348,7 +399,7 @@ protected:
 
 using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
   zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvSnakeWidget,
-  zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget, zvBoxWidget>;
+  zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget, zvSeedWidget, zv3DRulerWidget, zvBoxWidget>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 

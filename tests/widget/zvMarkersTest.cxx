@@ -567,6 +567,30 @@ TYPED_TEST(Markers, DeletedTheyLeaveNothingBehind)
   }
 }
 
+TYPED_TEST(Markers, DeletedTheyAreTakenOutOfViewsThatWereLeftToo)
+{
+  zvtest::Scene other;
+  this->AddThree();
+  this->Widget->SetEnabled(1);
+  this->Widget->SetRendererX(other.Renderer());
+  this->AddThree();
+  EXPECT_GT(this->CountProps()[X], 2);
+  EXPECT_GT(other.Renderer()->GetViewProps()->GetNumberOfItems(), 2);
+  this->Widget = nullptr;
+  EXPECT_THAT(this->CountProps(), Each(0));
+  EXPECT_EQ(other.Renderer()->GetViewProps()->GetNumberOfItems(), 0);
+}
+
+TYPED_TEST(Markers, TraceTheirEnd)
+{
+  this->Widget->DebugMode = true;
+  const void* const address = this->Widget.GetPointer();
+  this->Widget = nullptr;
+  this->ExpectTraces(this->Name(), address,
+    { this->Name() + "::~" + this->Name() + "()",
+      "void " + this->Name() + "::SetEnabled(int enabling)" });
+}
+
 TYPED_TEST(Markers, OutliveTheirViews)
 {
   this->Widget->SetEnabled(1);
@@ -599,7 +623,8 @@ TYPED_TEST(Markers, MayBeDeletedInAnyRenderThatTheyMake)
   double x[3] = { 1, 2, 3 };
   const std::vector<std::function<void(Marker*)>> calls = { [](Marker* widget)
     { widget->SetEnabled(0); },
-    [](Marker* widget) { widget->Clear(); }, [](Marker* widget) { widget->SetCurrentActorIndex(0); },
+    [](Marker* widget) { widget->Clear(); },
+    [](Marker* widget) { widget->SetCurrentActorIndex(0); },
     [&x](Marker* widget) { widget->AddHandle(x, 0); },
     [](Marker* widget) { widget->OnMouseWheelForward(); } };
   for (zvtest::View view : zvtest::AllViews)

@@ -1,10 +1,11 @@
 #include "zvMarkerParts.h"
 
 #include "zvCollections.h"
+#include "zvViewLookup.h"
 #include "zvViewPicker.h"
+#include "zvWindowsMapper.h"
 
 #include "vtkActor.h"
-#include "vtkPolyDataMapper.h"
 #include "vtkProperty.h"
 #include "vtkSphereSource.h"
 
@@ -25,7 +26,7 @@ vtkSmartPointer<vtkSphereSource> zvMarkerParts::MakeSphere(const double center[3
 
 vtkSmartPointer<vtkActor> zvMarkerParts::MakeActor(vtkAlgorithm* source, vtkProperty* property)
 {
-  vtkNew<vtkPolyDataMapper> mapper;
+  vtkNew<zvWindowsMapper> mapper;
   mapper->SetInputConnection(source->GetOutputPort());
   auto actor = vtkSmartPointer<vtkActor>::New();
   actor->SetMapper(mapper);
@@ -68,6 +69,14 @@ void zvMarkerParts::Spread(vtkCollection* spheres, const double bounds[6])
       }
       sphere->SetCenter(center);
     });
+}
+
+void zvMarkerParts::TakeOut(vtkCollection* actors)
+{
+  for (const auto& actor : zvCollections::ItemsOf<vtkActor>(actors))
+  {
+    zvViewLookup::TakeOut(actor);
+  }
 }
 
 void zvMarkerParts::Print(ostream& os, vtkIndent indent, const PrintedFields& fields)

@@ -43,6 +43,9 @@ void SetRadius(vtkCollection* spheres, double radius);
 /// ymax, zmin, zmax). Deliberate: a single one has no step, its center becomes not a number.
 void Spread(vtkCollection* spheres, const double bounds[6]);
 
+/// Take the actors out of every view that they are in.
+void TakeOut(vtkCollection* actors);
+
 /// Write what all markers print after their parent's fields.
 struct PrintedFields
 {
