@@ -2,6 +2,7 @@
 
 #include "zvDrag.h"
 #include "zvEvents.h"
+#include "zvFourViews.h"
 #include "zvImageViewerWidget.h"
 #include "zvNumbers.h"
 #include "zvObservedSubjects.h"
@@ -169,9 +170,10 @@ void zvNormalWidget::Show()
       return;
     }
   }
-  this->AddActorInRenderers(this->LineActor);
-  this->AddActorInRenderers(this->Cone1Actor);
-  this->AddActorInRenderers(this->Cone2Actor);
+  for (vtkActor* part : this->GetParts())
+  {
+    this->AddActorInRenderers(part);
+  }
   this->SizeHandles();
   this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
   zvViewLookup::Render(this->Interactor);
@@ -349,22 +351,21 @@ void zvNormalWidget::AddActorInRenderers(vtkProp* prop)
   {
     return;
   }
-  for (vtkRenderer* view : this->GetViews())
-  {
-    if (view)
-    {
-      view->AddActor(prop);
-      zvObservedSubjects::Add(this->RenderersWithParts, view);
-    }
-  }
+  zvFourViews::Add(this->GetViews(), prop);
 }
 
 void zvNormalWidget::RemoveActorOfRenderers(vtkProp* prop)
 {
-  if (prop)
+  if (!prop)
   {
-    this->WarnOfMissingView("hiding a prop");
-    this->TakeOut(prop);
+    return;
+  }
+  this->WarnOfMissingView("hiding a prop");
+  zvFourViews::Remove(this->GetViews(), prop);
+  const std::array<vtkActor*, 3> parts = this->GetParts();
+  if (std::find(parts.begin(), parts.end(), prop) != parts.end())
+  {
+    zvViewLookup::TakeOut(prop);
   }
 }
 
@@ -375,27 +376,17 @@ void zvNormalWidget::RemoveAllActorsOfRenderers()
 }
 
 // Also of views that are no longer the widget's, or whose viewer has let go of its renderer.
-void zvNormalWidget::TakeOut(vtkProp* prop)
+void zvNormalWidget::TakeOutAll()
 {
-  for (vtkRenderer* view : this->GetViews())
+  for (vtkActor* part : this->GetParts())
   {
-    zvObservedSubjects::Add(this->RenderersWithParts, view);
-  }
-  const auto renderers = this->RenderersWithParts;
-  for (vtkObject* renderer : renderers)
-  {
-    if (renderer)
-    {
-      static_cast<vtkRenderer*>(renderer)->RemoveViewProp(prop);
-    }
+    zvViewLookup::TakeOut(part);
   }
 }
 
-void zvNormalWidget::TakeOutAll()
+std::array<vtkActor*, 3> zvNormalWidget::GetParts()
 {
-  this->TakeOut(this->LineActor);
-  this->TakeOut(this->Cone1Actor);
-  this->TakeOut(this->Cone2Actor);
+  return { { this->LineActor, this->Cone1Actor, this->Cone2Actor } };
 }
 
 //------------------------------------------------------------------------------
@@ -531,9 +522,10 @@ void zvNormalWidget::Translate(double* p1, double* p2)
 void zvNormalWidget::HighlightNormal(int highlight)
 {
   vtkProperty* property = highlight ? this->SelectedNormalProperty : this->NormalProperty;
-  this->LineActor->SetProperty(property);
-  this->Cone1Actor->SetProperty(property);
-  this->Cone2Actor->SetProperty(property);
+  for (vtkActor* part : this->GetParts())
+  {
+    part->SetProperty(property);
+  }
   if (!highlight)
   {
     this->CurrentHandle = nullptr;

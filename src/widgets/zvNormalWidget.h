@@ -145,9 +145,9 @@ public:
   void RenderesUpdate();
 
   ///@{
-  /// Put a prop into the four views, or take it out of them and of any other that it was put into.
-  /// Null is ignored. They render nothing. With a view missing, adding does nothing but warn,
-  /// removing takes it out of those that are there, and warns.
+  /// Put a prop into the four views, or take it out of them; line and cones are taken out of any
+  /// other view, too. Null is ignored. They render nothing. With a view missing, adding does
+  /// nothing but warn, removing warns and takes the prop out of the others.
   void AddActorInRenderers(vtkProp* prop);
   void RemoveActorOfRenderers(vtkProp* prop);
   void RemoveAllActorsOfRenderers();
@@ -259,8 +259,8 @@ private:
   void SetViewer(View view, zvImageViewerWidget* viewer);
   std::array<vtkRenderer*, 4> GetViews();
   bool WarnOfMissingView(const char* before);
-  void TakeOut(vtkProp* prop);
   void TakeOutAll();
+  std::array<vtkActor*, 3> GetParts();
 
   void PlaceFirst(double* x);
   void PlaceSecond(double* x);
@@ -273,7 +273,6 @@ private:
   std::array<bool, 4> IsSet{};
 
   std::vector<vtkWeakPointer<vtkObject>> ObservedViewers;
-  std::vector<vtkWeakPointer<vtkObject>> RenderersWithParts;
 };
 
 /// What a normal widget observes its viewers with: makes the viewer that tells an event the current
