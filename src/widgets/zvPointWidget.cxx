@@ -107,7 +107,7 @@ void zvPointWidget::SetEnabled(int enabling)
     this->Enabled = 0;
     this->State = Start; // the release would not arrive any more
     this->Interactor->RemoveObserver(this->EventCallbackCommand);
-    this->CurrentRenderer->RemoveActor(this->Actor);
+    zvViewLookup::TakeOut(this->Actor); // the current renderer may have been taken away
     this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
     if (!this->Enabled) // an observer may have enabled it again
     {

@@ -763,7 +763,7 @@ void zvRulerWidget::Hide()
   this->Enabled = 0;
   this->State = Start; // the release would not arrive any more
   this->Interactor->RemoveObserver(this->EventCallbackCommand);
-  this->CurrentRenderer->RemoveActor(this->LineActor);
+  zvViewLookup::TakeOut(this->LineActor); // the current renderer may have been taken away
   HideCross(this->PointWidget1);
   if (!this->Enabled)
   {
@@ -773,9 +773,9 @@ void zvRulerWidget::Hide()
   {
     return;
   }
-  zvLengthLabel::Hide(this->ScaleFollower, this->CurrentRenderer);
-  this->CurrentRenderer->RemoveActor(this->Handle[0]);
-  this->CurrentRenderer->RemoveActor(this->Handle[1]);
+  zvViewLookup::TakeOut(this->ScaleFollower);
+  zvViewLookup::TakeOut(this->Handle[0]);
+  zvViewLookup::TakeOut(this->Handle[1]);
   if (this->CurrentPointWidget)
   {
     HideCross(this->CurrentPointWidget);

@@ -982,6 +982,20 @@ TEST_F(PointWidget, OutlivesItsRenderersInMidDrag)
   EXPECT_EQ(this->Point->GetEnabled(), 0);
 }
 
+TEST_F(PointWidget, LosesItsRendererAndIsStillDisabledWithoutATrace)
+{
+  this->Enable();
+  this->Pointer.Press(zvtest::Left, this->OnCross());
+  this->Point->SetCurrentRenderer(nullptr);
+  this->Pointer.MoveTo(this->Beside());
+  ExpectNear(this->Position(), Center);
+  this->Pointer.Press(zvtest::Left, this->OnCross());
+  EXPECT_EQ(this->Point->State, zvPointWidget::Outside);
+  this->Point->SetEnabled(0);
+  EXPECT_EQ(this->Point->GetEnabled(), 0);
+  EXPECT_FALSE(this->Scene.Renderer()->HasViewProp(this->Point->Actor));
+}
+
 TEST_F(PointWidget, OutlivesItsView)
 {
   this->Enable();

@@ -1615,6 +1615,19 @@ TEST_F(RulerWidget, OutlivesItsRenderersInMidDrag)
   }
 }
 
+TEST_F(RulerWidget, LosesItsRendererAndIsStillDisabledWithoutATrace)
+{
+  this->Enable();
+  this->Pointer.Press(zvtest::Left, this->OnEnd1());
+  this->Ruler->SetCurrentRenderer(nullptr);
+  this->Pointer.MoveTo(this->Beside());
+  this->Pointer.Press(zvtest::Left, this->OnEnd1());
+  EXPECT_EQ(this->Ruler->State, zvRulerWidget::Outside);
+  this->Ruler->SetEnabled(0);
+  EXPECT_EQ(this->Ruler->GetEnabled(), 0);
+  EXPECT_EQ(this->PropsInView(), 0);
+}
+
 TEST_F(RulerWidget, OutlivesItsView)
 {
   for (const Display& position : { this->OnEnd1(), this->OnLine() })
