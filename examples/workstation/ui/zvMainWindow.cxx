@@ -7,6 +7,7 @@
 #include "zvHelpText.h"
 #include "zvLoadBar.h"
 #include "zvLoadProgress.h"
+#include "zvMarkerTools.h"
 #include "zvMaskControl.h"
 #include "zvMeasurementList.h"
 #include "zvMeasurementPanel.h"
@@ -70,9 +71,11 @@ zvMainWindow::zvMainWindow()
   this->ConnectTools();
 }
 
-// The views are taken down while all that listens to them is alive.
+// The views are taken down while all that listens to them is alive; the markers take themselves
+// out of the views before.
 zvMainWindow::~zvMainWindow()
 {
+  this->Markers.reset();
   delete this->takeCentralWidget();
 }
 
@@ -199,6 +202,7 @@ void zvMainWindow::ConnectTools()
   {
     this->Measurements->AddSource(this->Views->GetSliceView(axis)->GetMarks());
   }
+  this->Markers = std::make_unique<zvMarkerTools>(this->Views, this->Tools, this->Measurements);
   const auto showHint = [this] { this->Hint->setText(this->GetHintText()); };
   connect(this->Tools, &zvToolSet::chosen, this, showHint);
   showHint();
@@ -322,6 +326,7 @@ void zvMainWindow::ShowVolume(const zvVolume& volume)
   this->setWindowTitle(tr("%1 - %2").arg(QString::fromStdString(volume.Name), ProgramName));
   this->BeginEditing(volume);
   this->Notes->Begin(volume.Image->GetLength());
+  this->Markers->ShowVolume(volume.Image);
   this->Views->ShowVolume(volume, presets.front().Value);
   emit shown();
 }

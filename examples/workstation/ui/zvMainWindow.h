@@ -11,6 +11,7 @@ class QLabel;
 class zvEditBar;
 class zvHelpOverlay;
 class zvLoadBar;
+class zvMarkerTools;
 class zvMaskControl;
 class zvMeasurementList;
 class zvMeasurementPanel;
@@ -53,6 +54,7 @@ public:
   zvViewGrid* GetViews() const { return this->Views; }
   zvVolumeView* GetView() const; // the 3D one
   zvToolSet* GetTools() const { return this->Tools; }
+  zvMarkerTools* GetMarkers() const { return this->Markers.get(); }
   zvMeasurementList* GetMeasurements() const { return this->Measurements; }
   zvMeasurementPanel* GetMeasurementPanel() const { return this->MeasurementPanel; }
   zvEditBar* GetEditBar() const { return this->Edit; }
@@ -121,6 +123,7 @@ private:
   zvHelpOverlay* Help = nullptr;
   std::unique_ptr<zvMaskControl> Mask;
   std::unique_ptr<zvNoteDesk> Notes;
+  std::unique_ptr<zvMarkerTools> Markers;
 };
 
 #endif
