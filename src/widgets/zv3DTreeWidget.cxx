@@ -83,16 +83,9 @@ void zv3DTreeWidget::PrintSelf(ostream& os, vtkIndent indent)
 {
   zvTraceMacro("zv3DTreeWidget::PrintSelf(ostream& os, vtkIndent indent)");
   this->Superclass::PrintSelf(os, indent);
-  const auto printPointer = [&os, indent](const char* label, void* object)
-  {
-    os << indent << label << ": ";
-    object ? os << object << "\n" : os << "(none)\n";
-  };
-  printPointer("Handle Property", this->HandleProperty);
-  printPointer("Selected Handle Property", this->SelectedHandleProperty);
-  os << indent << "Project To Plane: " << (this->ProjectToPlane ? "On\n" : "Off\n");
-  os << indent << "Projection Normal: " << this->ProjectionNormal << "\n";
-  os << indent << "Projection Position: " << this->ProjectionPosition << "\n";
+  zvMarkerParts::Print(os, indent,
+    { this->HandleProperty, this->SelectedHandleProperty, this->ProjectToPlane,
+      this->ProjectionNormal, this->ProjectionPosition });
 }
 
 void zv3DTreeWidget::CollectRevisions(ostream& os)
