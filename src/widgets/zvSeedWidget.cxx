@@ -97,6 +97,11 @@ void zvSeedWidget::SetEnabled(int enabling)
 void zvSeedWidget::PlaceWidget(double* bds)
 {
   zvTraceMacro("zvSeedWidget::PlaceWidget(double bds[6])");
+  if (!bds)
+  {
+    vtkGenericWarningMacro("give bounds to place the seeds in...");
+    return;
+  }
   double bounds[6];
   double center[3];
   this->AdjustBounds(bds, bounds, center);
@@ -363,12 +368,22 @@ void zvSeedWidget::SetHandlePosition(int handle, double x, double y, double z)
 void zvSeedWidget::SetHandlePosition(int handle, double xyz[3])
 {
   zvTraceMacro("zvSeedWidget::SetHandlePosition(int handle, double xyz[3])");
+  if (!xyz)
+  {
+    vtkGenericWarningMacro("give the seed a position...");
+    return;
+  }
   this->SetHandlePosition(handle, xyz[0], xyz[1], xyz[2]);
 }
 
 void zvSeedWidget::GetHandlePosition(int handle, double xyz[3])
 {
   zvTraceMacro("zvSeedWidget::GetHandlePosition(int handle, double xyz[3])");
+  if (!xyz)
+  {
+    vtkGenericWarningMacro("give room for the position of the seed...");
+    return;
+  }
   if (const double* center = this->GetHandlePosition(handle))
   {
     std::copy_n(center, 3, xyz);
@@ -444,6 +459,11 @@ void zvSeedWidget::SetState(int state)
 void zvSeedWidget::MovePoint(double* p1, double* p2)
 {
   zvTraceMacro("zvSeedWidget::MovePoint(double *p1, double *p2)");
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before moving a seed...");
+    return;
+  }
   if (!this->HasSeed(this->CurrentActorIndex))
   {
     return;

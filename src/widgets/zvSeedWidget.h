@@ -55,8 +55,9 @@ class zvRawView;
 ///
 /// Other events: EnableEvent and DisableEvent by SetEnabled. No event has call data.
 ///
-/// Errors: an operation that needs a view, an interactor, an image or a seed that is not there
-/// writes one generic warning that says which, and changes nothing.
+/// Errors: an operation that needs a view, an interactor, an image or a seed that is not there, or
+/// that is given null for a position or bounds, writes one generic warning that says which, and
+/// changes nothing.
 ///
 /// Lifetime: the widget may be deleted at any moment, enabled, in mid-drag or from its own
 /// observer, before or after its views. It only refers to the views; one that dies counts as not
