@@ -3,6 +3,7 @@
 #include "zvEditBar.h"
 #include "zvImageViewerWidget.h"
 #include "zvMainWindow.h"
+#include "zvMarkerTour.h"
 #include "zvToolSet.h"
 #include "zvTurnPanel.h"
 #include "zvViewGrid.h"
@@ -111,6 +112,7 @@ bool zvTour::VisitAll(const QString& prefix)
     { "voxel-read", &zvTour::ReadVoxel }, { "window-level", &zvTour::DragWindowLevel },
     { "oblique", &zvTour::TurnPlanes }, { "cross-dragged", &zvTour::DragCross },
     { "line-turned", &zvTour::TurnLine }, { "mask", &zvTour::ShowMask },
+    { "markers", &zvTour::PlaceMarkers }, { "normal-and-box", &zvTour::PlaceNormalAndBox },
     { "filled", &zvTour::PaintAndFill } };
   const bool hasMask = this->Window.GetEditBar()->GetMaskAction()->isEnabled();
   for (const Station& station : stations)
@@ -227,11 +229,25 @@ void zvTour::ShowMask()
   hand.MoveTo(hand.Part(-0.3, 0.1));
 }
 
+void zvTour::PlaceMarkers()
+{
+  this->Tidy();
+  this->Window.GetEditBar()->GetMaskAction()->setChecked(false);
+  zvMarkerTour::PlacePoints(this->Window);
+}
+
+void zvTour::PlaceNormalAndBox()
+{
+  this->Tidy();
+  zvMarkerTour::PlaceNormalAndBox(this->Window);
+}
+
 // A ring is painted in the axial view and filled, in contrast to the tissue around it; then the
 // cross goes there, so that the other views cut it too.
 void zvTour::PaintAndFill()
 {
   this->Tidy();
+  zvMarkerTour::Remove(this->Window);
   zvEditBar* edit = this->Window.GetEditBar();
   edit->GetMaskAction()->setChecked(false);
   zvSliceView* view = this->Window.GetViews()->GetSliceView(2);

@@ -29,6 +29,8 @@ private:
   void DragCross();
   void TurnLine();
   void ShowMask();
+  void PlaceMarkers();
+  void PlaceNormalAndBox();
   void PaintAndFill();
   void Tidy();
   bool Write(const QString& name);
