@@ -2,6 +2,7 @@
 
 #include "zvDispatch.h"
 #include "zvDrag.h"
+#include "zvEvents.h"
 #include "zvHandleCurve.h"
 #include "zvLengthLabel.h"
 #include "zvUtils.h"
@@ -108,6 +109,7 @@ void zvAreaWidget::UpdateAreaLabel()
 
 void zvAreaWidget::AddHandle(double* pos)
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
   {
     this->CurrentHandleIndex = this->HighlightHandle();

@@ -5,6 +5,7 @@
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
+#include "zvInteraction.h"
 #include "zvMessages.h"
 #include "zvObservedSubjects.h"
 #include "zvParametricSpline.h"
@@ -64,6 +65,10 @@ void MoveTo(vtkSphereSource* sphere, const Position& center)
   }
 }
 }
+
+#define zvCurve zvLassoWidget
+#include "zvCurveAccessors.inl"
+#undef zvCurve
 
 vtkObjectFactoryNewMacro(zvLassoWidget);
 
@@ -184,17 +189,6 @@ void zvLassoWidget::PlaceWidget(double bounds[6])
   this->SizeHandles();
 }
 
-void zvLassoWidget::PlaceWidget()
-{
-  this->Superclass::PlaceWidget();
-}
-
-void zvLassoWidget::PlaceWidget(
-  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
-{
-  this->Superclass::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
-}
-
 void zvLassoWidget::AddObservers()
 {
   zvTraceMacro("zvLassoWidget::AddObservers(void)");
@@ -204,53 +198,6 @@ void zvLassoWidget::AddObservers()
       this->Interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
     zvObservedSubjects::Add(this->Observed, this->Interactor);
   }
-}
-
-void zvLassoWidget::SetProjectToPlane(int project)
-{
-  this->ProjectToPlane = project;
-  this->Modified();
-}
-
-int zvLassoWidget::GetProjectToPlane()
-{
-  return this->ProjectToPlane;
-}
-
-void zvLassoWidget::ProjectToPlaneOn()
-{
-  this->SetProjectToPlane(1);
-}
-
-void zvLassoWidget::ProjectToPlaneOff()
-{
-  this->SetProjectToPlane(0);
-}
-
-void zvLassoWidget::SetProjectionNormal(int normal)
-{
-  const int clamped = std::max(
-    this->GetProjectionNormalMinValue(), std::min(normal, this->GetProjectionNormalMaxValue()));
-  if (clamped != this->ProjectionNormal)
-  {
-    this->ProjectionNormal = clamped;
-    this->Modified();
-  }
-}
-
-int zvLassoWidget::GetProjectionNormalMinValue()
-{
-  return zvHandleCurve::AlongX;
-}
-
-int zvLassoWidget::GetProjectionNormalMaxValue()
-{
-  return zvHandleCurve::Oblique;
-}
-
-int zvLassoWidget::GetProjectionNormal()
-{
-  return this->ProjectionNormal;
 }
 
 void zvLassoWidget::SetProjectionPosition(double position)
@@ -264,35 +211,10 @@ void zvLassoWidget::SetProjectionPosition(double position)
   this->BuildRepresentation();
 }
 
-double zvLassoWidget::GetProjectionPosition()
-{
-  return this->ProjectionPosition;
-}
-
 void zvLassoWidget::SetPlaneSource(vtkPlaneSource* plane)
 {
   zvTraceMacro("zvLassoWidget::SetPlaneSource(vtkPlaneSource* plane)");
   this->PlaneSource = plane;
-}
-
-void zvLassoWidget::SetHandleProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->HandleProperty, property);
-}
-
-vtkProperty* zvLassoWidget::GetHandleProperty()
-{
-  return this->HandleProperty;
-}
-
-void zvLassoWidget::SetSelectedHandleProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->SelectedHandleProperty, property);
-}
-
-vtkProperty* zvLassoWidget::GetSelectedHandleProperty()
-{
-  return this->SelectedHandleProperty;
 }
 
 void zvLassoWidget::SetClosedHandleProperty(vtkProperty* property)
@@ -303,26 +225,6 @@ void zvLassoWidget::SetClosedHandleProperty(vtkProperty* property)
 vtkProperty* zvLassoWidget::GetClosedHandleProperty()
 {
   return this->ClosedHandleProperty;
-}
-
-void zvLassoWidget::SetLineProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->LineProperty, property);
-}
-
-vtkProperty* zvLassoWidget::GetLineProperty()
-{
-  return this->LineProperty;
-}
-
-void zvLassoWidget::SetSelectedLineProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->SelectedLineProperty, property);
-}
-
-vtkProperty* zvLassoWidget::GetSelectedLineProperty()
-{
-  return this->SelectedLineProperty;
 }
 
 void zvLassoWidget::SetHandleVisibility(int visibility)
@@ -357,11 +259,6 @@ void zvLassoWidget::SetNumberOfHandles(int count)
   }
 }
 
-int zvLassoWidget::GetNumberOfHandles()
-{
-  return this->NumberOfHandles;
-}
-
 void zvLassoWidget::SetResolution(int resolution)
 {
   zvTraceMacro("zvLassoWidget::SetResolution(int resolution)");
@@ -372,11 +269,6 @@ void zvLassoWidget::SetResolution(int resolution)
   this->Resolution = resolution;
   this->ParametricFunctionSource->SetUResolution(resolution);
   this->ParametricFunctionSource->Modified();
-}
-
-int zvLassoWidget::GetResolution()
-{
-  return this->Resolution;
 }
 
 void zvLassoWidget::SetParametricSpline(zvParametricSpline* spline)
@@ -393,11 +285,6 @@ void zvLassoWidget::SetParametricSpline(zvParametricSpline* spline)
   }
 }
 
-zvParametricSpline* zvLassoWidget::GetParametricSpline()
-{
-  return this->ParametricSpline;
-}
-
 void zvLassoWidget::SetClosed(int closed)
 {
   zvTraceMacro("zvLassoWidget::SetClosed(int closed)");
@@ -411,21 +298,6 @@ void zvLassoWidget::SetClosed(int closed)
     this->ParametricSpline->SetClosed(closed);
   }
   this->BuildRepresentation();
-}
-
-int zvLassoWidget::GetClosed()
-{
-  return this->Closed;
-}
-
-void zvLassoWidget::ClosedOn()
-{
-  this->SetClosed(1);
-}
-
-void zvLassoWidget::ClosedOff()
-{
-  this->SetClosed(0);
 }
 
 void zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)
@@ -445,21 +317,16 @@ void zvLassoWidget::SetHandlePosition(int handle, double xyz[3])
 void zvLassoWidget::GetHandlePosition(int handle, double xyz[3])
 {
   zvTraceMacro("zvLassoWidget::GetHandlePosition(int handle, double xyz[3])");
-  if (const double* position = this->GetHandlePosition(handle))
+  if (this->HasHandle(handle))
   {
-    std::copy_n(position, 3, xyz);
+    this->HandleGeometry[handle]->GetCenter(xyz);
   }
 }
 
 double* zvLassoWidget::GetHandlePosition(int handle)
 {
   zvTraceMacro("zvLassoWidget::GetHandlePosition(int handle)");
-  if (handle < 0 || handle >= this->NumberOfHandles)
-  {
-    vtkErrorMacro("zvLassoWidget: handle index out of range.");
-    return nullptr;
-  }
-  return this->HandleGeometry[handle]->GetCenter();
+  return this->HasHandle(handle) ? this->HandleGeometry[handle]->GetCenter() : nullptr;
 }
 
 void zvLassoWidget::GetPolyData(vtkPolyData* pd)
@@ -567,6 +434,7 @@ void zvLassoWidget::SetState(int state)
 void zvLassoWidget::AddHandle(double* pos)
 {
   zvTraceMacro("zvLassoWidget::AddHandle(double x[3])");
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
   {
     this->CurrentHandleIndex = this->HighlightHandle(this->PickedHandle());
@@ -590,11 +458,6 @@ void zvLassoWidget::AddHandle(double* pos)
   this->SizeHandles();
   this->HighlightHandle(nullptr);
   zvViewLookup::Render(this->Interactor);
-}
-
-void zvLassoWidget::BuildRepresentation()
-{
-  zvCurveParts::FollowHandles(this->ReadHandles(), this->ParametricSpline, this->LineActor);
 }
 
 void zvLassoWidget::Initialize()
@@ -899,15 +762,6 @@ void zvLassoWidget::CreateDefaultProperties()
   }
 }
 
-void zvLassoWidget::ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property)
-{
-  if (field != property)
-  {
-    field = property;
-    this->Modified();
-  }
-}
-
 Positions zvLassoWidget::ReadHandles()
 {
   Positions positions(this->HandleGeometry.size());
@@ -926,12 +780,21 @@ void zvLassoWidget::WriteHandles(const Positions& positions)
   }
 }
 
+bool zvLassoWidget::HasHandle(int handle)
+{
+  const bool isOne = handle >= 0 && handle < this->NumberOfHandles;
+  if (!isOne)
+  {
+    vtkErrorMacro("zvLassoWidget: handle index out of range.");
+  }
+  return isOne;
+}
+
 bool zvLassoWidget::PlaceHandle(int handle, const Position& position)
 {
   zvTraceMacro("zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)");
-  if (handle < 0 || handle >= this->NumberOfHandles)
+  if (!this->HasHandle(handle))
   {
-    vtkErrorMacro("zvLassoWidget: handle index out of range.");
     return false;
   }
   MoveTo(this->HandleGeometry[handle], position);
@@ -1066,26 +929,6 @@ void zvLassoWidget::ApplyToHandles(vtkProperty* property)
   }
 }
 
-bool zvLassoWidget::TakePokedRenderer()
-{
-  vtkRenderer* renderer = zvViewLookup::Choose(this->CurrentRenderer, this->Interactor);
-  if (renderer != this->CurrentRenderer)
-  {
-    this->SetCurrentRenderer(renderer);
-  }
-  return this->CurrentRenderer != nullptr;
-}
-
-bool zvLassoWidget::Pick(vtkCellPicker* picker)
-{
-  if (!this->Interactor)
-  {
-    return false;
-  }
-  const int* position = this->Interactor->GetEventPosition();
-  return zvPick::At(picker, position[0], position[1], this->CurrentRenderer) != 0;
-}
-
 vtkProp* zvLassoWidget::PickedHandle()
 {
   vtkAssemblyPath* path = this->HandlePicker->GetPath();
@@ -1129,24 +972,14 @@ void zvLassoWidget::InsertHandleUnderPointer()
 
 void zvLassoWidget::BeginInteraction()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->StartInteraction();
-  }
-  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(this, this->EventCallbackCommand, this->Interactor,
+    vtkCommand::StartInteractionEvent, [this] { this->StartInteraction(); });
 }
 
 void zvLassoWidget::FinishInteraction()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->EndInteraction();
-  }
-  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(this, this->EventCallbackCommand, this->Interactor,
+    vtkCommand::EndInteractionEvent, [this] { this->EndInteraction(); });
 }
 
 void zvLassoWidget::MoveWithPointer(double previous[3], double current[3])
@@ -1168,20 +1001,10 @@ void zvLassoWidget::MoveWithPointer(double previous[3], double current[3])
   }
 }
 
-void zvLassoWidget::FollowMotion()
-{
-  if (this->ProjectToPlane)
-  {
-    this->ProjectPointsToPlane();
-  }
-  this->BuildRepresentation();
-}
-
 void zvLassoWidget::TellMotion()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(
+    this, this->EventCallbackCommand, this->Interactor, vtkCommand::InteractionEvent);
 }
 
 void zvLassoWidget::ShowActor(vtkActor* actor, vtkProperty* property)

@@ -406,6 +406,9 @@ protected:
   bool DebugMode = false;
 
 private:
+  /// Whether there is a handle of that index; an error if not.
+  bool HasHandle(int handle);
+
   /// Move one handle; with ProjectToPlane on all are projected. \return false, with an error, if it
   /// is out of range.
   bool PlaceHandle(int handle, const std::array<double, 3>& position);

@@ -37,6 +37,10 @@ using zvHandleCurve::Position;
 using zvHandleCurve::Positions;
 }
 
+#define zvCurve zvSplineWidget
+#include "zvCurveAccessors.inl"
+#undef zvCurve
+
 vtkObjectFactoryNewMacro(zvSplineWidget);
 
 vtkObject* vtkInstantiatorzvSplineWidgetNew()
@@ -154,17 +158,6 @@ void zvSplineWidget::PlaceWidget(double bounds[6])
   this->SizeHandles();
 }
 
-void zvSplineWidget::PlaceWidget()
-{
-  this->Superclass::PlaceWidget();
-}
-
-void zvSplineWidget::PlaceWidget(
-  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
-{
-  this->Superclass::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
-}
-
 void zvSplineWidget::AddObservers()
 {
   if (this->Interactor)
@@ -172,53 +165,6 @@ void zvSplineWidget::AddObservers()
     zvEvents::Observe(
       this->Interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
   }
-}
-
-void zvSplineWidget::SetProjectToPlane(int project)
-{
-  this->ProjectToPlane = project;
-  this->Modified();
-}
-
-int zvSplineWidget::GetProjectToPlane()
-{
-  return this->ProjectToPlane;
-}
-
-void zvSplineWidget::ProjectToPlaneOn()
-{
-  this->SetProjectToPlane(1);
-}
-
-void zvSplineWidget::ProjectToPlaneOff()
-{
-  this->SetProjectToPlane(0);
-}
-
-void zvSplineWidget::SetProjectionNormal(int normal)
-{
-  const int clamped = std::max(
-    this->GetProjectionNormalMinValue(), std::min(normal, this->GetProjectionNormalMaxValue()));
-  if (clamped != this->ProjectionNormal)
-  {
-    this->ProjectionNormal = clamped;
-    this->Modified();
-  }
-}
-
-int zvSplineWidget::GetProjectionNormalMinValue()
-{
-  return zvHandleCurve::AlongX;
-}
-
-int zvSplineWidget::GetProjectionNormalMaxValue()
-{
-  return zvHandleCurve::Oblique;
-}
-
-int zvSplineWidget::GetProjectionNormal()
-{
-  return this->ProjectionNormal;
 }
 
 void zvSplineWidget::SetProjectionPosition(double position)
@@ -231,54 +177,9 @@ void zvSplineWidget::SetProjectionPosition(double position)
   this->BuildRepresentation();
 }
 
-double zvSplineWidget::GetProjectionPosition()
-{
-  return this->ProjectionPosition;
-}
-
 void zvSplineWidget::SetPlaneSource(vtkPlaneSource* plane)
 {
   this->PlaneSource = plane;
-}
-
-void zvSplineWidget::SetHandleProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->HandleProperty, property);
-}
-
-vtkProperty* zvSplineWidget::GetHandleProperty()
-{
-  return this->HandleProperty;
-}
-
-void zvSplineWidget::SetSelectedHandleProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->SelectedHandleProperty, property);
-}
-
-vtkProperty* zvSplineWidget::GetSelectedHandleProperty()
-{
-  return this->SelectedHandleProperty;
-}
-
-void zvSplineWidget::SetLineProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->LineProperty, property);
-}
-
-vtkProperty* zvSplineWidget::GetLineProperty()
-{
-  return this->LineProperty;
-}
-
-void zvSplineWidget::SetSelectedLineProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->SelectedLineProperty, property);
-}
-
-vtkProperty* zvSplineWidget::GetSelectedLineProperty()
-{
-  return this->SelectedLineProperty;
 }
 
 void zvSplineWidget::SetNumberOfHandles(int count)
@@ -294,11 +195,6 @@ void zvSplineWidget::SetNumberOfHandles(int count)
   this->HandlePicker->AddPickList(this->HandleActor);
 }
 
-int zvSplineWidget::GetNumberOfHandles()
-{
-  return this->NumberOfHandles;
-}
-
 void zvSplineWidget::SetResolution(int resolution)
 {
   if (resolution == this->Resolution || resolution < this->NumberOfHandles - 1)
@@ -308,11 +204,6 @@ void zvSplineWidget::SetResolution(int resolution)
   this->Resolution = resolution;
   this->ParametricFunctionSource->SetUResolution(resolution);
   this->ParametricFunctionSource->Modified();
-}
-
-int zvSplineWidget::GetResolution()
-{
-  return this->Resolution;
 }
 
 void zvSplineWidget::SetParametricSpline(zvParametricSpline* spline)
@@ -328,11 +219,6 @@ void zvSplineWidget::SetParametricSpline(zvParametricSpline* spline)
   }
 }
 
-zvParametricSpline* zvSplineWidget::GetParametricSpline()
-{
-  return this->ParametricSpline;
-}
-
 void zvSplineWidget::SetClosed(int closed)
 {
   if (closed == this->Closed)
@@ -345,21 +231,6 @@ void zvSplineWidget::SetClosed(int closed)
     this->ParametricSpline->SetClosed(closed);
   }
   this->BuildRepresentation();
-}
-
-int zvSplineWidget::GetClosed()
-{
-  return this->Closed;
-}
-
-void zvSplineWidget::ClosedOn()
-{
-  this->SetClosed(1);
-}
-
-void zvSplineWidget::ClosedOff()
-{
-  this->SetClosed(0);
 }
 
 void zvSplineWidget::SetHandlePosition(int handle, double x, double y, double z)
@@ -506,6 +377,7 @@ void zvSplineWidget::SetState(int state)
 
 void zvSplineWidget::AddHandle(double* pos)
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
   {
     this->CurrentHandleIndex = this->HighlightHandle();
@@ -522,11 +394,6 @@ void zvSplineWidget::AddHandle(double* pos)
   this->State = Placing;
   this->HighlightHandle();
   zvViewLookup::Render(this->Interactor);
-}
-
-void zvSplineWidget::BuildRepresentation()
-{
-  zvCurveParts::FollowHandles(this->ReadHandles(), this->ParametricSpline, this->LineActor);
 }
 
 void zvSplineWidget::Initialize()
@@ -796,15 +663,6 @@ void zvSplineWidget::CreateDefaultProperties()
   }
 }
 
-void zvSplineWidget::ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property)
-{
-  if (field != property)
-  {
-    field = property;
-    this->Modified();
-  }
-}
-
 Positions zvSplineWidget::ReadHandles()
 {
   return zvHandleCurve::Read(this->HandlePolyData->GetPoints(), this->NumberOfHandles);
@@ -842,26 +700,6 @@ void zvSplineWidget::AppendHandle(const double* pos)
   this->ShowActor(this->LineActor, this->LineProperty);
 }
 
-bool zvSplineWidget::TakePokedRenderer()
-{
-  vtkRenderer* renderer = zvViewLookup::Choose(this->CurrentRenderer, this->Interactor);
-  if (renderer != this->CurrentRenderer)
-  {
-    this->SetCurrentRenderer(renderer);
-  }
-  return this->CurrentRenderer != nullptr;
-}
-
-bool zvSplineWidget::Pick(vtkCellPicker* picker)
-{
-  if (!this->Interactor)
-  {
-    return false;
-  }
-  const int* position = this->Interactor->GetEventPosition();
-  return zvPick::At(picker, position[0], position[1], this->CurrentRenderer) != 0;
-}
-
 void zvSplineWidget::InsertHandleUnderPointer()
 {
   double position[3];
@@ -893,15 +731,6 @@ void zvSplineWidget::MoveWithPointer(double previous[3], double current[3])
     default:
       break;
   }
-}
-
-void zvSplineWidget::FollowMotion()
-{
-  if (this->ProjectToPlane)
-  {
-    this->ProjectPointsToPlane();
-  }
-  this->BuildRepresentation();
 }
 
 void zvSplineWidget::ShowActor(vtkActor* actor, vtkProperty* property)

@@ -3,6 +3,7 @@
 #include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
+#include "zvInteraction.h"
 #include "zvMessages.h"
 #include "zvObservedSubjects.h"
 #include "zvPick.h"
@@ -352,29 +353,18 @@ void zvTextNoteWidget::FinishDrag()
 
 void zvTextNoteWidget::BeginInteraction()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->StartInteraction();
-  }
-  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(this, this->EventCallbackCommand, this->Interactor,
+    vtkCommand::StartInteractionEvent, [this] { this->StartInteraction(); });
 }
 
 void zvTextNoteWidget::TellMotion()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(
+    this, this->EventCallbackCommand, this->Interactor, vtkCommand::InteractionEvent);
 }
 
 void zvTextNoteWidget::FinishInteraction()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->EndInteraction();
-  }
-  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(this, this->EventCallbackCommand, this->Interactor,
+    vtkCommand::EndInteractionEvent, [this] { this->EndInteraction(); });
 }

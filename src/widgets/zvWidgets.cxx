@@ -1,6 +1,7 @@
 #include "zvWidgets.h"
 
 #include "zvEvents.h"
+#include "zvInteraction.h"
 #include "zvMessages.h"
 #include "zvViewLookup.h"
 
@@ -117,29 +118,18 @@ bool zvWidgets::GetInteraction()
 
 void zvWidgets::BeginInteraction()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->StartInteraction();
-  }
-  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(this, this->EventCallbackCommand, this->Interactor,
+    vtkCommand::StartInteractionEvent, [this] { this->StartInteraction(); });
 }
 
 void zvWidgets::TellMotion()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(
+    this, this->EventCallbackCommand, this->Interactor, vtkCommand::InteractionEvent);
 }
 
 void zvWidgets::FinishInteraction()
 {
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->EndInteraction();
-  }
-  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  zvViewLookup::Render(this->Interactor);
+  zvInteraction::Tell(this, this->EventCallbackCommand, this->Interactor,
+    vtkCommand::EndInteractionEvent, [this] { this->EndInteraction(); });
 }

@@ -82,6 +82,20 @@ protected:
     this->Curve->SetEnabled(1);
   }
 
+  /// Draw the curve as a host does, handle by handle, and show it. Handles that keep their size on
+  /// the screen have it after that.
+  void Draw(const std::vector<World>& handles, bool closed = false)
+  {
+    this->Scene.Interactor()->SetEventPosition(10, 10); // on no handle
+    for (World handle : handles)
+    {
+      this->Curve->AddHandle(handle.data());
+    }
+    this->Curve->SetClosed(closed ? 1 : 0);
+    this->Curve->SetEnabled(1);
+    this->Scene.Render();
+  }
+
   /// Four corners in the plane z = 0, first low left, then round against the clock.
   static std::vector<World> Square()
   {

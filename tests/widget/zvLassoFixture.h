@@ -45,20 +45,6 @@ public:
 class LassoTest : public CurveTest<zvLassoWidget, OpenLasso>
 {
 protected:
-  /// Draw a lasso as a host does, handle by handle, which gives the handles their size on the
-  /// screen, and enable it.
-  void Draw(const std::vector<World>& handles, bool closed = false)
-  {
-    this->Scene.Interactor()->SetEventPosition(10, 10); // on no handle
-    for (World handle : handles)
-    {
-      this->Curve->AddHandle(handle.data());
-    }
-    this->Curve->SetClosed(closed ? 1 : 0);
-    this->Curve->SetEnabled(1);
-    this->Scene.Render();
-  }
-
   /// Whether all handles have this property.
   bool AllHandlesHave(vtkProperty* property)
   {

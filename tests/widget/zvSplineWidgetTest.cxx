@@ -5,13 +5,9 @@
 #include "zvParametricSpline.h"
 
 #include "vtkMapper.h"
-#include "vtkObjectFactory.h"
 #include "vtkParametricFunctionSource.h"
-#include "vtkPlaneSource.h"
 #include "vtkPropCollection.h"
 #include "vtkProperty.h"
-#include "vtkVersion.h"
-#include "vtkWeakPointer.h"
 
 #include <gmock/gmock.h>
 
@@ -27,67 +23,9 @@ namespace
 class SplineWidget : public zvtest::CurveTest<zvSplineWidget>
 {
 };
-
-class ReplacedSpline : public zvSplineWidget
-{
-public:
-  static ReplacedSpline* New() { return new ReplacedSpline; }
-  vtkTypeMacro(ReplacedSpline, zvSplineWidget)
-};
-
-class Factory : public vtkObjectFactory
-{
-public:
-  static Factory* New() { return new Factory; }
-  vtkTypeMacro(Factory, vtkObjectFactory)
-  const char* GetVTKSourceVersion() override { return VTK_SOURCE_VERSION; }
-  const char* GetDescription() override { return "replaces zvSplineWidget"; }
-
-private:
-  static vtkObject* Make() { return ReplacedSpline::New(); }
-  Factory()
-  {
-    this->RegisterOverride("zvSplineWidget", "ReplacedSpline", "for the test", 1, &Factory::Make);
-  }
-};
-
-constexpr char PlaneWarning[] = "Set the plane source for oblique projections...";
-constexpr char InteractorError[] = "The interactor must be set prior to enabling/disabling widget";
 }
 
 // ---- What it is, and how it starts
-
-TEST_F(SplineWidget, ReportsItsOwnNameAndItsAncestors)
-{
-  vtkNew<zvSplineWidget> widget;
-  EXPECT_STREQ(widget->GetClassName(), "zvSplineWidget");
-  for (const char* name :
-    { "zvSplineWidget", "zvWidgets", "vtk3DWidget", "vtkInteractorObserver", "vtkObject" })
-  {
-    EXPECT_EQ(widget->IsA(name), 1) << name;
-  }
-  EXPECT_EQ(widget->IsA("zvAreaWidget"), 0);
-  auto other = vtkSmartPointer<zvSplineWidget>::Take(widget->NewInstance());
-  EXPECT_STREQ(other->GetClassName(), "zvSplineWidget");
-}
-
-TEST_F(SplineWidget, IsMadeByTheObjectFactoryWhenThatKnowsTheClass)
-{
-  vtkNew<Factory> factory;
-  vtkObjectFactory::RegisterFactory(factory);
-  vtkNew<zvSplineWidget> replaced;
-  vtkObjectFactory::UnRegisterFactory(factory);
-  vtkNew<zvSplineWidget> plain;
-  EXPECT_STREQ(replaced->GetClassName(), "ReplacedSpline");
-  EXPECT_STREQ(plain->GetClassName(), "zvSplineWidget");
-}
-
-TEST_F(SplineWidget, TheInstantiatorMakesOneWithOneReference)
-{
-  auto made = vtkSmartPointer<vtkObject>::Take(vtkInstantiatorzvSplineWidgetNew());
-  EXPECT_STREQ(made->GetClassName(), "zvSplineWidget");
-  EXPECT_EQ(made->GetReferenceCount(), 1);
-}
 
 TEST_F(SplineWidget, WritesItsRevisionAfterTheParents)
 {
@@ -274,174 +212,7 @@ TEST_F(SplineWidget, PropertiesAreReplacedWithAReference)
   }
 }
 
-TEST_F(SplineWidget, WorksWithoutProperties)
-{
-  this->Curve->SetHandleProperty(nullptr);
-  this->Curve->SetLineProperty(nullptr);
-  this->Curve->SetSelectedLineProperty(nullptr);
-  this->Show(Square(), true);
-  const World corner = this->HandleAt(1);
-  this->Pointer.Drag(zvtest::Middle, this->Pointer.At(corner), { { 210, 200 } });
-  EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Start);
-}
-
-TEST_F(SplineWidget, ProjectionSettingsMoveNothingByThemselves)
-{
-  this->Show(Square());
-  vtkMTimeType before = this->Curve->GetMTime();
-  this->Curve->SetProjectToPlane(1);
-  EXPECT_GT(this->Curve->GetMTime(), before);
-  before = this->Curve->GetMTime();
-  this->Curve->SetProjectionNormal(1);
-  EXPECT_GT(this->Curve->GetMTime(), before);
-  before = this->Curve->GetMTime();
-  this->Curve->SetProjectionNormal(1);
-  EXPECT_EQ(this->Curve->GetMTime(), before);
-  this->ExpectHandles(Square());
-}
-
-TEST_F(SplineWidget, TheProjectionNormalIsClamped)
-{
-  this->Curve->SetProjectionNormal(7);
-  EXPECT_EQ(this->Curve->GetProjectionNormal(), 3);
-  this->Curve->SetProjectionNormal(-1);
-  EXPECT_EQ(this->Curve->GetProjectionNormal(), 0);
-  EXPECT_EQ(this->Curve->GetProjectionNormalMinValue(), 0);
-  EXPECT_EQ(this->Curve->GetProjectionNormalMaxValue(), 3);
-}
-
-TEST_F(SplineWidget, ProjectToPlaneIsStoredAsGivenAndSwitched)
-{
-  this->Curve->SetProjectToPlane(5);
-  EXPECT_EQ(this->Curve->GetProjectToPlane(), 5);
-  this->Curve->ProjectToPlaneOff();
-  EXPECT_EQ(this->Curve->GetProjectToPlane(), 0);
-  this->Curve->ProjectToPlaneOn();
-  EXPECT_EQ(this->Curve->GetProjectToPlane(), 1);
-}
-
-TEST_F(SplineWidget, TheProjectionPositionMovesTheHandlesOnlyWhileProjecting)
-{
-  this->Show(Square());
-  this->Curve->SetProjectionNormal(2);
-  const vtkMTimeType before = this->Curve->GetMTime();
-  const vtkMTimeType spline = this->Curve->GetParametricSpline()->GetMTime();
-  this->Curve->SetProjectionPosition(3.0);
-  this->ExpectHandles(Square());
-  EXPECT_GT(this->Curve->GetParametricSpline()->GetMTime(), spline);
-  EXPECT_EQ(this->Curve->GetMTime(), before);
-  this->Curve->ProjectToPlaneOn();
-  this->Curve->SetProjectionPosition(3.0);
-  for (int i = 0; i < 4; ++i)
-  {
-    EXPECT_EQ(this->HandleAt(i)[2], 3.0);
-  }
-}
-
-TEST_F(SplineWidget, ThePlaneSourceIsOnlyReferredTo)
-{
-  const vtkMTimeType before = this->Curve->GetMTime();
-  {
-    vtkNew<vtkPlaneSource> plane;
-    const int references = plane->GetReferenceCount();
-    this->Curve->SetPlaneSource(plane);
-    EXPECT_EQ(plane->GetReferenceCount(), references);
-  }
-  EXPECT_EQ(this->Curve->GetMTime(), before);
-  this->Show(Square());
-  this->Curve->SetProjectionNormal(3);
-  this->Curve->ProjectPointsToPlane(); // the plane is gone
-  this->ExpectGenericWarning("zvSplineWidget", PlaneWarning);
-  this->ExpectHandles(Square());
-}
-
-TEST_F(SplineWidget, TheResolutionIsNeverBelowTheSpansBetweenHandles)
-{
-  this->Curve->InitializeHandles(PointsOf(std::vector<World>(6)));
-  this->Curve->SetResolution(2);
-  EXPECT_EQ(this->Curve->GetResolution(), 500);
-  this->Curve->InitializeHandles(PointsOf(std::vector<World>(3)));
-  const vtkMTimeType before = this->Curve->ParametricFunctionSource->GetMTime();
-  this->Curve->SetResolution(2);
-  EXPECT_EQ(this->Curve->GetResolution(), 2);
-  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetUResolution(), 2);
-  EXPECT_GT(this->Curve->ParametricFunctionSource->GetMTime(), before);
-}
-
-TEST_F(SplineWidget, TheSameResolutionChangesNothing)
-{
-  const vtkMTimeType before = this->Curve->ParametricFunctionSource->GetMTime();
-  this->Curve->SetResolution(500);
-  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetMTime(), before);
-}
-
-TEST_F(SplineWidget, ASplineIsReplacedWithAReference)
-{
-  this->Show(Square());
-  vtkWeakPointer<zvParametricSpline> first = this->Curve->GetParametricSpline();
-  vtkNew<zvParametricSpline> spline;
-  this->Curve->SetParametricSpline(spline);
-  EXPECT_EQ(this->Curve->GetParametricSpline(), spline);
-  EXPECT_EQ(this->Curve->ParametricFunctionSource->GetParametricFunction(), spline);
-  EXPECT_EQ(spline->GetReferenceCount(), 3); // ours, the widget's, the source's
-  EXPECT_EQ(first, nullptr);
-  EXPECT_EQ(spline->GetPoints(), nullptr);
-  this->Curve->BuildRepresentation();
-  ASSERT_NE(spline->GetPoints(), nullptr);
-  EXPECT_EQ(spline->GetPoints()->GetNumberOfPoints(), 4);
-  this->Curve->SetParametricSpline(spline);
-  EXPECT_EQ(spline->GetReferenceCount(), 3);
-}
-
-TEST_F(SplineWidget, WithoutASplineTheLineStaysAndNothingBreaks)
-{
-  this->Show(Square());
-  const World onLine = this->OnLine(0.5);
-  this->Curve->SetParametricSpline(nullptr);
-  EXPECT_EQ(this->Curve->GetParametricSpline(), nullptr);
-  this->Curve->SetHandlePosition(0, -5.0, -5.0, 0.0);
-  this->Curve->ClosedOn();
-  this->Curve->ClosedOff();
-  this->Pointer.Drag(zvtest::Left, this->Pointer.At(onLine), { { 200, 200 } });
-  EXPECT_EQ(this->Curve->GetNumberOfHandles(), 5);
-  this->Scene.Render();
-  EXPECT_EQ(this->OnLine(0.5), onLine);
-}
-
-TEST_F(SplineWidget, ClosingIsPassedOnToTheSpline)
-{
-  this->Show(Square());
-  zvParametricSpline* spline = this->Curve->GetParametricSpline();
-  const vtkMTimeType before = spline->GetMTime();
-  this->Curve->SetClosed(0);
-  EXPECT_EQ(spline->GetMTime(), before);
-  this->Curve->ClosedOn();
-  EXPECT_EQ(this->Curve->GetClosed(), 1);
-  EXPECT_EQ(spline->GetClosed(), 1);
-  EXPECT_GT(spline->GetMTime(), before);
-  this->Curve->ClosedOff();
-  EXPECT_EQ(this->Curve->GetClosed(), 0);
-  EXPECT_EQ(spline->GetClosed(), 0);
-}
-
-TEST_F(SplineWidget, TheStateIsStoredAsGiven)
-{
-  this->Curve->SetState(5);
-  EXPECT_EQ(this->Curve->GetState(), 5);
-}
-
 // ---- Enabling
-
-TEST_F(SplineWidget, CannotBeEnabledOrDisabledWithoutAnInteractor)
-{
-  vtkNew<zvSplineWidget> widget;
-  for (int enabling : { 1, 0 })
-  {
-    widget->SetEnabled(enabling);
-    this->ExpectVtkError("zvSplineWidget", "zvSplineWidget", widget, InteractorError);
-    EXPECT_EQ(widget->GetEnabled(), 0);
-  }
-}
 
 TEST_F(SplineWidget, EnablingShowsAndAttachesItAndTellsBeforeItRenders)
 {
@@ -486,46 +257,6 @@ TEST_F(SplineWidget, DisablingTakesItOutAndTellsBeforeItRenders)
   EXPECT_THAT(recorder.Names(), IsEmpty());
 }
 
-TEST_F(SplineWidget, WithoutARendererEnablingGivesUpSilently)
-{
-  this->Scene.DropRenderers();
-  zvtest::EventRecorder recorder;
-  this->RecordWithRenders(recorder);
-  this->Curve->SetEnabled(1);
-  EXPECT_EQ(this->Curve->GetEnabled(), 0);
-  EXPECT_THAT(recorder.Names(), IsEmpty());
-}
-
-TEST_F(SplineWidget, EnablingTakesTheRendererUnderTheLastEvent)
-{
-  zvtest::SceneOptions options;
-  options.Viewports = 2;
-  class zvtest::Scene scene(options);
-  zvtest::Mouse mouse(scene);
-  mouse.MoveTo({ { 300, 200 } });
-  mouse.MoveTo({ { 310, 200 } }); // the last position is now in the right viewport, too
-  this->Curve->SetInteractor(scene.Interactor());
-  this->Curve->SetEnabled(1);
-  EXPECT_EQ(this->Curve->GetCurrentRenderer(), scene.Renderer(1));
-  this->Curve->SetEnabled(0);
-  this->Curve->SetInteractor(nullptr);
-}
-
-TEST_F(SplineWidget, AddObserversAttachesTheNineEventsAndTellsNothing)
-{
-  zvtest::EventRecorder recorder;
-  recorder.Watch(this->Curve, zvtest::WidgetEvents);
-  this->Curve->AddObservers();
-  for (unsigned long event : zvEvents::Handle)
-  {
-    EXPECT_TRUE(this->Scene.Interactor()->HasObserver(event, this->Curve->EventCallbackCommand));
-  }
-  EXPECT_THAT(recorder.Names(), IsEmpty());
-  vtkNew<zvSplineWidget> lonely;
-  lonely->AddObservers();
-  this->ExpectNoMessage();
-}
-
 TEST_F(SplineWidget, InteractionOnAttachesOnceMoreAndOffDetachesAllByDesign)
 {
   this->Show(Square());
@@ -558,56 +289,6 @@ TEST_F(SplineWidget, HasNoTracesOfItsOwn)
 
 // ---- Placing and projecting
 
-TEST_F(SplineWidget, PlacingSpreadsTheHandlesOnTheDiagonal)
-{
-  this->Curve->SetNumberOfHandles(5);
-  this->Curve->PlaceWidget(0, 4, -2, 2, 10, 30);
-  this->ExpectHandles(
-    { { { 0, -2, 10 } }, { { 1, -1, 15 } }, { { 2, 0, 20 } }, { { 3, 1, 25 } }, { { 4, 2, 30 } } });
-  EXPECT_THAT(this->Curve->InitialBounds, ElementsAre(0, 4, -2, 2, 10, 30));
-  EXPECT_DOUBLE_EQ(this->Curve->InitialLength, std::sqrt(16.0 + 16.0 + 400.0));
-}
-
-TEST_F(SplineWidget, PlacingASingleHandlePutsItInTheLowCorner)
-{
-  this->Curve->SetNumberOfHandles(1);
-  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
-  this->Curve->PlaceWidget(bounds);
-  this->ExpectHandles({ { { 0, -2, 10 } } });
-}
-
-TEST_F(SplineWidget, PlacingScalesTheBoundsByThePlaceFactor)
-{
-  this->Curve->SetNumberOfHandles(2);
-  this->Curve->SetPlaceFactor(0.5);
-  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
-  this->Curve->PlaceWidget(bounds);
-  this->ExpectHandles({ { { 1, -1, 15 } }, { { 3, 1, 25 } } });
-}
-
-TEST_F(SplineWidget, PlacingWhileProjectingMovesTheHandlesToThePlaneOnly)
-{
-  this->Curve->InitializeHandles(PointsOf(Square()));
-  this->Curve->SetProjectionNormal(1);
-  this->Curve->ProjectToPlaneOn();
-  double bounds[6] = { 0, 4, -2, 2, 10, 30 };
-  this->Curve->PlaceWidget(bounds);
-  this->ExpectHandles({ { { -6, 0, 0 } }, { { 6, 0, 0 } }, { { 6, 0, 0 } }, { { -6, 0, 0 } } });
-}
-
-TEST_F(SplineWidget, PlacingLeavesTheLineForTheNextRebuild)
-{
-  this->Show(Square());
-  const vtkMTimeType spline = this->Curve->GetParametricSpline()->GetMTime();
-  double bounds[6] = { 0, 4, -2, 2, 0, 3 };
-  this->Curve->PlaceWidget(bounds);
-  EXPECT_EQ(this->Curve->GetParametricSpline()->GetMTime(), spline);
-  this->Curve->BuildRepresentation();
-  World last;
-  this->Curve->GetParametricSpline()->GetPoints()->GetPoint(3, last.data());
-  EXPECT_EQ(last, (World{ { 4, 2, 3 } }));
-}
-
 TEST_F(SplineWidget, PlacingWithoutBoundsGoesThroughTheParent)
 {
   this->Curve->SetNumberOfHandles(2);
@@ -618,47 +299,4 @@ TEST_F(SplineWidget, PlacingWithoutBoundsGoesThroughTheParent)
   this->Curve->PlaceWidget();
   this->ExpectHandles({ { { 3, 5, 1 } }, { { 3, 5, 7 } } });
   EXPECT_THAT(this->Curve->InitialBounds, ElementsAre(3, 3, 5, 5, 1, 7));
-}
-
-TEST_F(SplineWidget, ProjectsAlongEachAxis)
-{
-  for (int axis = 0; axis < 3; ++axis)
-  {
-    this->Curve->ProjectToPlaneOff();
-    this->Curve->InitializeHandles(PointsOf(Square()));
-    this->Curve->SetProjectionNormal(axis);
-    this->Curve->SetProjectionPosition(2.5);
-    this->Curve->ProjectPointsToPlane();
-    std::vector<World> expected = Square();
-    for (World& handle : expected)
-    {
-      handle[axis] = 2.5;
-    }
-    this->ExpectHandles(expected);
-  }
-}
-
-TEST_F(SplineWidget, ProjectsToAnObliquePlane)
-{
-  vtkNew<vtkPlaneSource> plane;
-  plane->SetOrigin(1.0, 0.0, 1.0);
-  plane->SetPoint1(4.0, 0.0, 4.0);
-  plane->SetPoint2(1.0, 7.0, 1.0);
-  this->Curve->SetPlaneSource(plane);
-  this->Curve->SetProjectionNormal(3);
-  this->Curve->ProjectToPlaneOn();
-  this->Curve->InitializeHandles(PointsOf({ { { 2, 3, 0 } }, { { 5, -1, 5 } } }));
-  this->ExpectHandles({ { { 1, 3, 1 } }, { { 5, -1, 5 } } });
-}
-
-TEST_F(SplineWidget, ObliqueWithoutAPlaneWarnsAndMovesNothing)
-{
-  this->Curve->InitializeHandles(PointsOf(Square()));
-  this->Curve->SetProjectionNormal(3);
-  this->Curve->ProjectPointsToPlane();
-  this->ExpectGenericWarning("zvSplineWidget", PlaneWarning);
-  this->Curve->ProjectPointsToObliquePlane();
-  this->ExpectGenericWarning("zvSplineWidget", PlaneWarning);
-  this->Curve->ProjectPointsToOrthoPlane(); // no axis to project along
-  this->ExpectHandles(Square());
 }

@@ -568,6 +568,82 @@ TEST_F(TextNoteWidget, APressOutOfTheViewportIsLeftToOthers)
   this->Note->SetInteractor(nullptr);
 }
 
+TEST_F(TextNoteWidget, AnswersEachEventInEachStateAsTheTableSays)
+{
+  constexpr int AsBefore = -1;
+  struct Answer
+  {
+    int Next;
+    Names Told;     // to observers of the note
+    bool IsAborted; // nobody behind the note sees the event
+    int Renders;
+  };
+  const Answer leftToOthers{ AsBefore, {}, false, 0 };
+  const Answer renders{ AsBefore, {}, false, 1 };
+  const Answer starts{ zvTextNoteWidget::Moving, { "StartInteractionEvent" }, true, 1 };
+  const Answer ends{ zvTextNoteWidget::Start, { "EndInteractionEvent" }, true, 1 };
+  const Answer moves{ AsBefore, { "InteractionEvent" }, true, 1 };
+  struct Row
+  {
+    const char* Event;
+    std::function<void()> Do;
+    Answer WhileMoving;
+    Answer Otherwise;
+  };
+  const Row rows[] = {
+    { "left press on it", [&] { this->Pointer.Press(zvtest::Left, this->OnNote()); }, starts,
+      starts },
+    { "left press beside", [&] { this->Pointer.Press(zvtest::Left, BesideNote()); },
+      { zvTextNoteWidget::Outside, {}, false, 0 }, { zvTextNoteWidget::Outside, {}, false, 0 } },
+    { "middle press on it", [&] { this->Pointer.Press(zvtest::Middle, this->OnNote()); }, starts,
+      starts },
+    { "middle press beside", [&] { this->Pointer.Press(zvtest::Middle, BesideNote()); }, starts,
+      starts },
+    { "middle press with control",
+      [&] { this->Pointer.Press(zvtest::Middle, this->OnNote(), zvtest::Control); },
+      { zvTextNoteWidget::Start, { "StartInteractionEvent" }, true, 1 },
+      { zvTextNoteWidget::Start, { "StartInteractionEvent" }, true, 1 } },
+    { "left release", [&] { this->Pointer.Release(zvtest::Left, this->OnNote()); }, ends,
+      leftToOthers },
+    { "middle release", [&] { this->Pointer.Release(zvtest::Middle, this->OnNote()); }, ends,
+      leftToOthers },
+    { "right press", [&] { this->Pointer.Press(zvtest::Right, this->OnNote()); }, leftToOthers,
+      leftToOthers },
+    { "right release", [&] { this->Pointer.Release(zvtest::Right, this->OnNote()); }, renders,
+      renders },
+    { "wheel forward", [&] { this->Pointer.WheelForward(this->OnNote()); }, renders, renders },
+    { "wheel backward", [&] { this->Pointer.WheelBackward(this->OnNote()); }, renders, renders },
+    { "move",
+      [&] {
+        this->Pointer.MoveTo({ { 180, 210 } });
+      },
+      moves, leftToOthers },
+  };
+  this->Show();
+  for (int state : { zvTextNoteWidget::Start, zvTextNoteWidget::Moving, zvTextNoteWidget::Outside })
+  {
+    for (const Row& row : rows)
+    {
+      this->Note->SetLocation(0.0, 0.0, 0.0);
+      this->Note->State = state;
+      zvtest::EventRecorder told;
+      told.Watch(this->Note, zvtest::WidgetEvents);
+      zvtest::EventRecorder seenBehind;
+      seenBehind.Watch(this->Scene.Interactor(), MouseEvents);
+      zvtest::EventRecorder frames;
+      frames.Watch(this->Scene.Interactor(), { vtkCommand::RenderEvent });
+      row.Do();
+      const Answer& answer = state == zvTextNoteWidget::Moving ? row.WhileMoving : row.Otherwise;
+      EXPECT_EQ(this->Note->State, answer.Next == AsBefore ? state : answer.Next)
+        << row.Event << " in " << state;
+      EXPECT_EQ(told.Names(), answer.Told) << row.Event << " in " << state;
+      EXPECT_EQ(seenBehind.Events().empty(), answer.IsAborted) << row.Event << " in " << state;
+      EXPECT_EQ(static_cast<int>(frames.Events().size()), answer.Renders)
+        << row.Event << " in " << state;
+    }
+  }
+}
+
 TEST_F(TextNoteWidget, ADragKeepsTheAxisOfThePlaneAndJumpsToThePointer)
 {
   struct Row
