@@ -17,6 +17,7 @@
 #include "zvSnakeWidget.h"
 #include "zvSplineWidget.h"
 #include "zvTestKit.h"
+#include "zvTextNoteWidget.h"
 #include "zvVolumeSnakeWidget.h"
 
 #include "vtkImageData.h"
@@ -26,6 +27,7 @@
 
 #include <memory>
 #include <optional>
+#include <type_traits>
 
 namespace
 {
@@ -142,6 +144,24 @@ struct Case<zvAreaWidget> : CurveCase<zvAreaWidget>
 template <>
 struct Case<zvLassoWidget> : CurveCase<zvLassoWidget>
 {
+};
+
+template <>
+struct Case<zvTextNoteWidget>
+{
+  static zvTextNoteWidget* Make() { return zvTextNoteWidget::New(); }
+  static void Show(zvTextNoteWidget* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    double b[6];
+    volume->GetBounds(b);
+    double green[3] = { 0.0, 1.0, 0.0 };
+    widget->SetInteractor(scene.Interactor());
+    widget->SetText("HH", green, b[1] - b[0]); // wide enough for the middle, wherever it begins
+    widget->SetLocation(b[0], b[2], b[5]);
+    widget->AddObservers();
+    widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
 };
 
 template <typename Widget>
@@ -302,6 +322,8 @@ template <>
 constexpr const char* SaidWithoutInteractor<zv3DRulerWidget> = nullptr;
 template <>
 constexpr const char* SaidWithoutInteractor<zv3DTreeWidget> = nullptr;
+template <>
+constexpr const char* SaidWithoutInteractor<zvTextNoteWidget> = nullptr;
 
 template <typename Widget>
 constexpr const char* SaidWithoutRenderers = nullptr;
@@ -398,8 +420,9 @@ protected:
 };
 
 using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
-  zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvSnakeWidget,
-  zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget, zvSeedWidget, zv3DRulerWidget, zvBoxWidget>;
+  zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvTextNoteWidget,
+  zvSnakeWidget, zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget, zvSeedWidget, zv3DRulerWidget,
+  zvBoxWidget>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 
@@ -443,6 +466,10 @@ TYPED_TEST(Lifecycle, ShowsAndHidesTwice)
   events.Watch(this->Made, { vtkCommand::EnableEvent, vtkCommand::DisableEvent });
   this->Made->SetEnabled(1);
   EXPECT_TRUE(events.Names().empty());
+  if constexpr (std::is_same_v<TypeParam, zvTextNoteWidget>)
+  {
+    this->ExpectTrace("zvTextNoteWidget", this->Made, "Return in method SetEnabled())");
+  }
   this->Made->SetEnabled(0);
   EXPECT_EQ(this->Made->GetEnabled(), 0);
   this->Made->SetEnabled(0);

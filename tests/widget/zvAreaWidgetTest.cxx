@@ -5,9 +5,11 @@
 #include "zvParametricSpline.h"
 #include "zvUtils.h"
 
+#include "vtkFollower.h"
 #include "vtkParametricFunctionSource.h"
 #include "vtkPropCollection.h"
 #include "vtkProperty.h"
+#include "vtkVectorText.h"
 
 #include <gmock/gmock.h>
 
