@@ -110,24 +110,16 @@ void zvLassoWidget::PrintSelf(ostream& os, vtkIndent indent)
 {
   zvTraceMacro("zvLassoWidget::PrintSelf(ostream& os, vtkIndent indent)");
   this->Superclass::PrintSelf(os, indent);
-  const auto printPointer = [&os, indent](const char* label, void* object)
-  {
-    os << indent << label << ": ";
-    object ? os << object << "\n" : os << "(none)\n";
-  };
-  printPointer("Handle Property", this->HandleProperty);
-  printPointer("Selected Handle Property", this->SelectedHandleProperty);
-  // Deliberate: hosts that read the print know the label as it is spelled.
-  printPointer("Closeed Handle Property", this->ClosedHandleProperty);
-  printPointer("Line Property", this->LineProperty);
-  printPointer("Selected Line Property", this->SelectedLineProperty);
-  printPointer("ParametricSpline", this->ParametricSpline);
-  os << indent << "Project To Plane: " << (this->ProjectToPlane ? "On\n" : "Off\n");
-  os << indent << "Projection Normal: " << this->ProjectionNormal << "\n";
-  os << indent << "Projection Position: " << this->ProjectionPosition << "\n";
-  os << indent << "Resolution: " << this->Resolution << "\n";
-  os << indent << "Number Of Handles: " << this->NumberOfHandles << "\n";
-  os << indent << "Closed: " << (this->Closed ? "On\n" : "Off\n");
+  zvCurveParts::Print(os, indent,
+    { { { "Handle Property", this->HandleProperty },
+        { "Selected Handle Property", this->SelectedHandleProperty },
+        // Deliberate: hosts that read the print know the label as it is spelled.
+        { "Closeed Handle Property", this->ClosedHandleProperty },
+        { "Line Property", this->LineProperty },
+        { "Selected Line Property", this->SelectedLineProperty },
+        { "ParametricSpline", this->ParametricSpline } },
+      this->ProjectToPlane, this->ProjectionNormal, this->ProjectionPosition, this->Resolution,
+      this->NumberOfHandles, this->Closed });
 }
 
 void zvLassoWidget::CollectRevisions(ostream& os)

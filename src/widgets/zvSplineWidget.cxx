@@ -82,22 +82,14 @@ zvSplineWidget::~zvSplineWidget()
 void zvSplineWidget::PrintSelf(ostream& os, vtkIndent indent)
 {
   this->Superclass::PrintSelf(os, indent);
-  const auto printPointer = [&os, indent](const char* label, void* object)
-  {
-    os << indent << label << ": ";
-    object ? os << object << "\n" : os << "(none)\n";
-  };
-  printPointer("Handle Property", this->HandleProperty);
-  printPointer("Selected Handle Property", this->SelectedHandleProperty);
-  printPointer("Line Property", this->LineProperty);
-  printPointer("Selected Line Property", this->SelectedLineProperty);
-  printPointer("ParametricSpline", this->ParametricSpline);
-  os << indent << "Project To Plane: " << (this->ProjectToPlane ? "On\n" : "Off\n");
-  os << indent << "Projection Normal: " << this->ProjectionNormal << "\n";
-  os << indent << "Projection Position: " << this->ProjectionPosition << "\n";
-  os << indent << "Resolution: " << this->Resolution << "\n";
-  os << indent << "Number Of Handles: " << this->NumberOfHandles << "\n";
-  os << indent << "Closed: " << (this->Closed ? "On\n" : "Off\n");
+  zvCurveParts::Print(os, indent,
+    { { { "Handle Property", this->HandleProperty },
+        { "Selected Handle Property", this->SelectedHandleProperty },
+        { "Line Property", this->LineProperty },
+        { "Selected Line Property", this->SelectedLineProperty },
+        { "ParametricSpline", this->ParametricSpline } },
+      this->ProjectToPlane, this->ProjectionNormal, this->ProjectionPosition, this->Resolution,
+      this->NumberOfHandles, this->Closed });
 }
 
 void zvSplineWidget::CollectRevisions(ostream& os)

@@ -16,6 +16,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace
 {
 class CurveParts : public zvtest::QuietTest
@@ -100,4 +102,18 @@ TEST_F(CurveParts, AMotionIsTheDifferenceOfItsEnds)
   const double from[3] = { 1, 2, 3 };
   const double to[3] = { 4, 0, 3.5 };
   EXPECT_EQ(zvCurveParts::MotionBetween(from, to), (zvHandleCurve::Position{ { 3, -2, 0.5 } }));
+}
+
+TEST_F(CurveParts, PrintsALineForEachObjectAndSetting)
+{
+  const int object = 0;
+  std::ostringstream address;
+  address << static_cast<const void*>(&object);
+  std::ostringstream text;
+  zvCurveParts::Print(
+    text, vtkIndent(2), { { { "First", &object }, { "Second", nullptr } }, 1, 2, 0.5, 40, 3, 0 });
+  EXPECT_EQ(text.str(),
+    "  First: " + address.str() +
+      "\n  Second: (none)\n  Project To Plane: On\n  Projection Normal: 2\n"
+      "  Projection Position: 0.5\n  Resolution: 40\n  Number Of Handles: 3\n  Closed: Off\n");
 }

@@ -10,6 +10,8 @@
 #include "vtkPolyDataMapper.h"
 #include "vtkProperty.h"
 
+#include <ostream>
+
 namespace
 {
 constexpr double PickTolerance = 0.005;
@@ -78,6 +80,21 @@ void FollowHandles(
     zvHandleCurve::Write(handles, points);
   }
   spline->Modified();
+}
+
+void Print(std::ostream& os, vtkIndent indent, const Printed& printed)
+{
+  for (const auto& [label, object] : printed.Objects)
+  {
+    os << indent << label << ": ";
+    object ? os << object << "\n" : os << "(none)\n";
+  }
+  os << indent << "Project To Plane: " << (printed.ProjectToPlane ? "On\n" : "Off\n");
+  os << indent << "Projection Normal: " << printed.ProjectionNormal << "\n";
+  os << indent << "Projection Position: " << printed.ProjectionPosition << "\n";
+  os << indent << "Resolution: " << printed.Resolution << "\n";
+  os << indent << "Number Of Handles: " << printed.NumberOfHandles << "\n";
+  os << indent << "Closed: " << (printed.Closed ? "On\n" : "Off\n");
 }
 
 zvHandleCurve::Position MotionBetween(const double* from, const double* to)

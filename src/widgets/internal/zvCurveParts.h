@@ -3,7 +3,13 @@
 
 #include "zvHandleCurve.h"
 
+#include "vtkIndent.h"
 #include "vtkSmartPointer.h"
+
+#include <iosfwd>
+#include <string>
+#include <utility>
+#include <vector>
 
 class vtkActor;
 class vtkCellPicker;
@@ -31,6 +37,21 @@ void BuildLine(
 /// no handles is sampled at the origin, where it must not be hit. Nothing without a spline.
 void FollowHandles(
   const zvHandleCurve::Positions& handles, zvParametricSpline* spline, vtkActor* line);
+
+/// What a curve prints of itself: objects, which may be null, each with its label, then settings.
+struct Printed
+{
+  std::vector<std::pair<std::string, const void*>> Objects;
+  int ProjectToPlane;
+  int ProjectionNormal;
+  double ProjectionPosition;
+  int Resolution;
+  int NumberOfHandles;
+  int Closed;
+};
+
+/// Write a line for each, with the address of an object or "(none)".
+void Print(std::ostream& os, vtkIndent indent, const Printed& printed);
 
 /// The motion from one world point to another.
 zvHandleCurve::Position MotionBetween(const double* from, const double* to);
