@@ -57,6 +57,7 @@ zv3DRulerWidget::zv3DRulerWidget()
         this->CurrentRenderer, this->Interactor, this->CharObserverTag, this->DeleteObserverTag }))
 {
   this->EventCallbackCommand->SetCallback(zv3DRulerWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag before anything is picked
 
   this->PlaceFactor = 1.0;
@@ -110,6 +111,17 @@ void zv3DRulerWidget::SetEnabled(int enabling)
   {
     this->Hide();
   }
+}
+
+void zv3DRulerWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtk3DWidget::SetInteractor(interactor);
 }
 
 void zv3DRulerWidget::PlaceWidget(double* bds)

@@ -105,6 +105,9 @@ public:
   /// EnableEvent or DisableEvent and renders the four views.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   ///@{
   /// Spread the points along the diagonal of \a bds (xmin, xmax, ymin, ymax, zmin, zmax), scaled by
   /// PlaceFactor (default 1.0), from its low to its high corner, unless ProjectToPlane is on.

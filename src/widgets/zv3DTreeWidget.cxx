@@ -55,6 +55,7 @@ zv3DTreeWidget::zv3DTreeWidget()
         this->CurrentRenderer, this->Interactor, this->CharObserverTag, this->DeleteObserverTag }))
 {
   this->EventCallbackCommand->SetCallback(zv3DTreeWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag
   std::fill_n(this->InitialBounds, 6, 0.0);    // a tree is never placed
   this->InitialLength = 1.0;
@@ -109,6 +110,17 @@ void zv3DTreeWidget::SetEnabled(int enabling)
   {
     this->Hide();
   }
+}
+
+void zv3DTreeWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtk3DWidget::SetInteractor(interactor);
 }
 
 // Deliberately empty: a tree is where its points are.

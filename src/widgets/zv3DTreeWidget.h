@@ -107,6 +107,9 @@ public:
   /// twice is observed twice. Invokes EnableEvent or DisableEvent and renders.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   ///@{
   /// The first form does nothing: a tree is where its points are. The others work out bounds as
   /// vtk3DWidget does and end there, too.

@@ -51,6 +51,7 @@ private:
 zvBoxWidget::zvBoxWidget()
 {
   this->EventCallbackCommand->SetCallback(zvBoxWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
 }
 
 zvBoxWidget::~zvBoxWidget()

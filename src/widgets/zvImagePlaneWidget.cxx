@@ -131,6 +131,7 @@ zvImagePlaneWidget::zvImagePlaneWidget()
   , CutActor(vtkSmartPointer<vtkActor>::New())
 {
   this->EventCallbackCommand->SetCallback(zvImagePlaneWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   this->PlaceFactor = 1.0;
   this->InitialLength = 1.0;
   std::fill_n(this->LastPickPosition, 3, 0.0);
@@ -283,6 +284,17 @@ void zvImagePlaneWidget::SetEnabled(int enabling)
   {
     this->Disable();
   }
+}
+
+void zvImagePlaneWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtkPolyDataSourceWidget::SetInteractor(interactor);
 }
 
 void zvImagePlaneWidget::Enable()

@@ -130,6 +130,9 @@ public:
   /// EnableEvent or DisableEvent, then renders. Disabling lets go of CurrentRenderer.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   /// A key was typed. "r" or "R" with Shift or Control brings back the original window and level,
   /// takes the event away from later observers and invokes ResetWindowLevelEvent with the two. Any
   /// other key goes on to the interactor style.

@@ -67,7 +67,7 @@ zvImageViewerWidget::zvImageViewerWidget()
   : BoxCutter(vtkSmartPointer<zvBoxCutter>::New())
 {
   this->EventCallbackCommand->SetCallback(zvImageViewerWidget::ProcessEvents);
-  this->KeyPressCallbackCommand->SetCallback(zvImageViewerWidget::ProcessKeys);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   this->ReplacePipeline();
   this->MakePropertiesPlain();
   this->BuildLine(this->SliceLine1Source, this->SliceLine1Mapper, this->SliceLine1Actor,
@@ -149,13 +149,6 @@ void zvImageViewerWidget::ProcessEvents(
     object, event, static_cast<vtkImagePlaneWidget*>(self), calldata);
 }
 
-void zvImageViewerWidget::ProcessKeys(
-  vtkObject* object, unsigned long event, void* clientdata, void* calldata)
-{
-  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(static_cast<vtkObject*>(clientdata));
-  vtkInteractorObserver::ProcessEvents(object, event, clientdata, calldata);
-}
-
 //------------------------------------------------------------------------------
 // True if there is a renderer to be shown in: the current one, or that under the mouse.
 bool zvImageViewerWidget::HasRenderer()
@@ -195,6 +188,17 @@ void zvImageViewerWidget::SetEnabled(int enabling)
   {
     this->Disable();
   }
+}
+
+void zvImageViewerWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtkImagePlaneWidget::SetInteractor(interactor);
 }
 
 void zvImageViewerWidget::Enable()

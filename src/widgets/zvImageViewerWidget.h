@@ -99,6 +99,9 @@ public:
   /// enabling/disabling widget" follows.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   /// Show an image: window and level become those of its scalar range (a magnitude below 0.001
   /// becomes 0.001 with its sign), the table follows unless it is controlled by the user. Places
   /// nothing: go on with SetPlaneOrientation. Null, or a data set that is no image, detaches the
@@ -367,9 +370,6 @@ protected:
   /// Keeps the widget alive while the base class dispatches an event to its handlers.
   static void ProcessEvents(
     vtkObject* object, unsigned long event, void* clientdata, void* calldata);
-
-  /// The same for typed characters.
-  static void ProcessKeys(vtkObject* object, unsigned long event, void* clientdata, void* calldata);
 
   void OnMouseMove() override;
   void OnLeftButtonDown() override;

@@ -81,6 +81,7 @@ zvLassoWidget::zvLassoWidget()
   : ParametricSpline(vtkSmartPointer<zvParametricSpline>::New())
 {
   this->EventCallbackCommand->SetCallback(zvLassoWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag before anything is picked
 
   zvCurveParts::BuildLine(
@@ -157,6 +158,17 @@ void zvLassoWidget::SetEnabled(int enabling)
     this->SetCurrentRenderer(nullptr);
     zvViewLookup::Render(this->Interactor);
   }
+}
+
+void zvLassoWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtk3DWidget::SetInteractor(interactor);
 }
 
 void zvLassoWidget::PlaceWidget(double bounds[6])

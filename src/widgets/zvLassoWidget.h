@@ -96,6 +96,9 @@ public:
   /// DisableEvent and renders.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   ///@{
   /// Spread the handles on the diagonal of \a bounds (xmin, xmax, ymin, ymax, zmin, zmax), or with
   /// ProjectToPlane on move them to the plane. The line follows at the next BuildRepresentation,

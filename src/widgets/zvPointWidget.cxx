@@ -53,6 +53,7 @@ int AxisOfLargest(const double motion[3])
 zvPointWidget::zvPointWidget()
 {
   this->EventCallbackCommand->SetCallback(zvPointWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   std::fill_n(this->LastPickPosition, 3, 0.0);
 
   this->Mapper->SetInputConnection(this->Cursor3D->GetOutputPort());
@@ -115,6 +116,17 @@ void zvPointWidget::SetEnabled(int enabling)
     }
     zvViewLookup::Render(this->Interactor);
   }
+}
+
+void zvPointWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtk3DWidget::SetInteractor(interactor);
 }
 
 void zvPointWidget::PlaceWidget(double bounds[6])

@@ -70,6 +70,9 @@ public:
   /// it stays disabled, silently. Invokes EnableEvent or DisableEvent and renders.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   ///@{
   /// Put the position into the middle of \a bounds (xmin, xmax, ymin, ymax, zmin, zmax) and the
   /// cursor's bounds PlaceFactor around it: only the middle of the given bounds counts. Renders

@@ -143,6 +143,7 @@ void zvPW2Callback::Execute(
 zvRulerWidget::zvRulerWidget()
 {
   this->EventCallbackCommand->SetCallback(zvRulerWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   std::fill_n(this->LastPickPosition, 3, 0.0);
 
   this->BuildLineAndHandles();
@@ -201,6 +202,17 @@ void zvRulerWidget::SetEnabled(int enabling)
     return;
   }
   zvViewLookup::Render(this->Interactor);
+}
+
+void zvRulerWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtk3DWidget::SetInteractor(interactor);
 }
 
 void zvRulerWidget::PlaceWidget(double bounds[6])

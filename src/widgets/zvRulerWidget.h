@@ -103,6 +103,9 @@ public:
   /// it stays disabled, silently. Invokes EnableEvent or DisableEvent and renders.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   ///@{
   /// Take \a bounds (xmin, xmax, ymin, ymax, zmin, zmax), scaled by PlaceFactor (default 1.0), as
   /// those of ClampToBounds, and lay the line through their middle along Align. With None the ends

@@ -48,6 +48,7 @@ zvSeedWidget::zvSeedWidget()
         this->CurrentRenderer, this->Interactor, this->CharObserverTag, this->DeleteObserverTag }))
 {
   this->EventCallbackCommand->SetCallback(zvSeedWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag before anything is picked
 
   this->PlaceFactor = 1.0;
@@ -92,6 +93,17 @@ void zvSeedWidget::SetEnabled(int enabling)
   {
     this->Hide();
   }
+}
+
+void zvSeedWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtk3DWidget::SetInteractor(interactor);
 }
 
 void zvSeedWidget::PlaceWidget(double* bds)

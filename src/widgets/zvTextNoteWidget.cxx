@@ -45,6 +45,7 @@ zvTextNoteWidget::zvTextNoteWidget()
         this->CurrentRenderer, this->Interactor, this->CharObserverTag, this->DeleteObserverTag }))
 {
   this->EventCallbackCommand->SetCallback(zvTextNoteWidget::ProcessEvents);
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
   std::fill_n(this->LastPickPosition, 3, 0.0); // the depth of a drag
   std::fill_n(this->InitialBounds, 6, 0.0);    // a note is never placed
   this->InitialLength = 1.0;
@@ -91,6 +92,17 @@ void zvTextNoteWidget::SetEnabled(int enabling)
   {
     this->Show();
   }
+}
+
+void zvTextNoteWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
+{
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled && interactor != this->Interactor)
+  {
+    this->SetEnabled(0);
+  }
+  this->vtk3DWidget::SetInteractor(interactor);
 }
 
 // Deliberately empty: a note is where SetLocation puts it.

@@ -72,6 +72,9 @@ public:
   /// the widget stays disabled, silently. Invokes EnableEvent or DisableEvent and renders.
   void SetEnabled(int enabling) override;
 
+  /// Go to another interactor, or to none. An enabled widget is disabled first.
+  void SetInteractor(vtkRenderWindowInteractor* interactor) override;
+
   ///@{
   /// The first form does nothing: a note is placed by SetLocation. The others work out bounds as
   /// vtk3DWidget does and end there, too.

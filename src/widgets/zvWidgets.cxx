@@ -17,7 +17,10 @@ vtkObject* vtkInstantiatorzvWidgetsNew()
   return zvWidgets::New();
 }
 
-zvWidgets::zvWidgets() = default;
+zvWidgets::zvWidgets()
+{
+  zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand);
+}
 
 zvWidgets::~zvWidgets()
 {
@@ -39,16 +42,19 @@ void zvWidgets::CollectRevisions(ostream& os)
 
 void zvWidgets::SetInteractor(vtkRenderWindowInteractor* interactor)
 {
-  if (interactor != this->Interactor)
+  if (interactor == this->Interactor)
   {
-    // A widget that was attached without being enabled would be left behind there.
-    const vtkSmartPointer<vtkRenderWindowInteractor> former = this->Interactor;
-    this->Superclass::SetInteractor(interactor);
-    if (former)
-    {
-      former->RemoveObserver(this->EventCallbackCommand);
-    }
+    return;
   }
+  // An observer may release the widget or change its interactor, too.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  if (this->Interactor && this->Enabled)
+  {
+    this->SetEnabled(0);
+  }
+  // A widget that was attached without being enabled would be left behind there.
+  this->RemoveObservers();
+  this->Superclass::SetInteractor(interactor);
 }
 
 // Deliberately empty: where a widget with handles goes is its subclass's business.

@@ -1,11 +1,15 @@
 #include "zvEvents.h"
 
 #include "vtkCallbackCommand.h"
+#include "vtkInteractorObserver.h"
 #include "vtkNew.h"
 #include "vtkObject.h"
+#include "vtkRenderWindowInteractor.h"
+#include "vtkSmartPointer.h"
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 namespace
@@ -20,6 +24,27 @@ const std::vector<unsigned long> SixButtons = { vtkCommand::LeftButtonPressEvent
   vtkCommand::LeftButtonReleaseEvent, vtkCommand::MiddleButtonPressEvent,
   vtkCommand::MiddleButtonReleaseEvent, vtkCommand::RightButtonPressEvent,
   vtkCommand::RightButtonReleaseEvent };
+
+// Lets go of itself when it is told of a key, and notes what it still gets to do.
+class Fickle : public vtkInteractorObserver
+{
+public:
+  static Fickle* New() { return new Fickle; }
+  vtkTypeMacro(Fickle, vtkInteractorObserver)
+
+  void OnChar() override
+  {
+    *this->Owner = nullptr;
+    this->Notes->emplace_back("goes on");
+  }
+
+  vtkSmartPointer<Fickle>* Owner = nullptr;
+  std::vector<std::string>* Notes = nullptr;
+
+protected:
+  Fickle() { zvEvents::HoldDuringKeys(this->KeyPressCallbackCommand); }
+  ~Fickle() override { this->Notes->emplace_back("is gone"); }
+};
 }
 
 TEST(Events, HandleWidgetsWantTheMoveTheButtonsAndTheWheel)
@@ -102,4 +127,16 @@ TEST(Events, AnObserverOfHigherPriorityIsCalledFirst)
   zvEvents::Observe(subject, zvEvents::ThreePlanes, highCommand, 0.5f);
   subject->InvokeEvent(vtkCommand::MouseMoveEvent);
   EXPECT_EQ(calls, (std::vector<int>{ 2, 1 }));
+}
+
+TEST(Events, AWidgetThatAKeyMakesGoLivesUntilTheKeyIsDone)
+{
+  std::vector<std::string> notes;
+  vtkNew<vtkRenderWindowInteractor> interactor;
+  auto fickle = vtkSmartPointer<Fickle>::New();
+  fickle->Owner = &fickle;
+  fickle->Notes = &notes;
+  fickle->SetInteractor(interactor);
+  interactor->InvokeEvent(vtkCommand::CharEvent);
+  EXPECT_EQ(notes, (std::vector<std::string>{ "goes on", "is gone" }));
 }

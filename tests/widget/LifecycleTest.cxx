@@ -509,6 +509,55 @@ TYPED_TEST(Lifecycle, DeletedFromItsOwnObserver)
   this->ExpectNoMessage();
 }
 
+TYPED_TEST(Lifecycle, DeletedByWhatAKeyTells)
+{
+  this->Show();
+  zvtest::EventRecorder events;
+  events.Watch(this->Made, { vtkCommand::EnableEvent, vtkCommand::DisableEvent },
+    [this](const zvtest::RecordedEvent&) { this->Delete(); });
+  zvtest::Mouse mouse(*this->View);
+  mouse.Type('i');
+  this->UseEverything();
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, DeletedWhenItsInteractorIsTakenAway)
+{
+  this->Show();
+  zvtest::EventRecorder events;
+  events.Watch(this->Made, { vtkCommand::DisableEvent },
+    [this](const zvtest::RecordedEvent&) { this->Delete(); });
+  this->Made->SetInteractor(nullptr);
+  this->UseEverything();
+}
+
+TYPED_TEST(Lifecycle, LosesItsInteractorWhenItIsToHaveAnother)
+{
+  this->Show();
+  zvtest::Scene other;
+  zvtest::EventRecorder events;
+  events.Watch(this->Made, { vtkCommand::DisableEvent },
+    [this](const zvtest::RecordedEvent&) { this->Made->SetInteractor(nullptr); });
+  this->Made->SetInteractor(other.Interactor());
+  EXPECT_EQ(this->Made->GetEnabled(), 0);
+  this->UseEverything();
+}
+
+TYPED_TEST(Lifecycle, LosesItsRenderer)
+{
+  this->Show();
+  this->StartDrag();
+  this->Made->SetCurrentRenderer(nullptr);
+  this->UseEverything();
+  if (Case<TypeParam>::CanBeEnabled)
+  {
+    this->Made->SetEnabled(0);
+  }
+  EXPECT_EQ(this->Made->GetEnabled(), 0);
+  this->Delete();
+  this->UseEverything();
+}
+
 TYPED_TEST(Lifecycle, OutlivesTheInteractor)
 {
   this->Show();

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 
+class vtkCallbackCommand;
 class vtkObject;
 
 /// The events that each family of widgets observes, in the order in which they are attached, and
@@ -39,6 +40,10 @@ constexpr std::array<unsigned long, 4> ThreePlanes = { { vtkCommand::MouseMoveEv
 /// Keeps a widget alive while it goes on after an observer that may release it. Null for one that
 /// is being destroyed, which must not be taken hold of again.
 vtkSmartPointer<vtkObject> Hold(vtkObject* widget);
+
+/// Let a widget's key command, which switches the widget by a key, keep the widget alive meanwhile:
+/// whoever is told of the switch may release it.
+void HoldDuringKeys(vtkCallbackCommand* keyCommand);
 
 /// Attach \a command to \a subject for \a count events, in their order, at \a priority.
 void Observe(vtkObject* subject, const unsigned long* events, std::size_t count,
