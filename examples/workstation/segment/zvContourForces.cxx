@@ -1,6 +1,10 @@
 #include "zvContourForces.h"
 
+#include "vtkAlgorithmOutput.h"
+#include "vtkCellArray.h"
+#include "vtkDataArray.h"
 #include "vtkExtractVOI.h"
+#include "vtkFloatArray.h"
 #include "vtkImageAppendComponents.h"
 #include "vtkImageCast.h"
 #include "vtkImageData.h"
@@ -9,14 +13,18 @@
 #include "vtkImageGradientMagnitude.h"
 #include "vtkImageInterpolator.h"
 #include "vtkImageMathematics.h"
+#include "vtkImageNonMaximumSuppression.h"
 #include "vtkImagePermute.h"
 #include "vtkNew.h"
+#include "vtkPointData.h"
 #include "vtkPoints.h"
 #include "vtkPolyData.h"
 #include "vtkThresholdPoints.h"
+#include "vtkTrivialProducer.h"
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <vector>
 
 namespace
@@ -46,6 +54,32 @@ float FindQuantile(std::vector<float>& values, double part)
   const auto place = static_cast<std::ptrdiff_t>(part * static_cast<double>(values.size() - 1));
   std::nth_element(values.begin(), values.begin() + place, values.end());
   return values[static_cast<std::size_t>(place)];
+}
+
+// What so many of the values reach; fewer than there are.
+double FindLeast(vtkDataArray* values, vtkIdType most)
+{
+  std::vector<double> sorted;
+  for (vtkIdType i = 0; i < values->GetNumberOfTuples(); ++i)
+  {
+    sorted.push_back(values->GetComponent(i, 0));
+  }
+  std::nth_element(sorted.begin(), sorted.begin() + most, sorted.end(), std::greater<double>());
+  return sorted[static_cast<std::size_t>(most)];
+}
+
+// The gradient of an image in its plane, as floats, since the filters take only one sort together.
+vtkSmartPointer<vtkImageData> MakeSlope(vtkAlgorithmOutput* image)
+{
+  vtkNew<vtkImageGradient> gradient;
+  gradient->SetInputConnection(image);
+  gradient->SetDimensionality(2);
+  gradient->HandleBoundariesOn();
+  vtkNew<vtkImageCast> narrow;
+  narrow->SetInputConnection(gradient->GetOutputPort());
+  narrow->SetOutputScalarTypeToFloat();
+  narrow->Update();
+  return narrow->GetOutput();
 }
 
 // Fills the voxels that have no finite value from their neighbours, ring by ring from the edge of
@@ -185,6 +219,7 @@ vtkSmartPointer<vtkImageData> zvContourForces::CutSlice(
 }
 
 zvContourForces::zvContourForces(vtkImageData* slice, const zvForceParameters& parameters)
+  : Edges(vtkSmartPointer<vtkPolyData>::New())
 {
   this->ReadGrid(slice);
   const int* size = slice->GetDimensions();
@@ -221,8 +256,8 @@ void zvContourForces::FindEdges(vtkImageData* slice, const zvForceParameters& pa
   magnitude->SetDimensionality(2);
   magnitude->HandleBoundariesOn();
   magnitude->Update();
-  this->Gradient = magnitude->GetOutput();
-  this->MeasureEdges(smooth->GetOutput(), parameters.EdgeContrast);
+  this->MeasureEdges(smooth->GetOutput(), magnitude->GetOutput(), parameters.EdgeContrast);
+  this->CollectEdges(smooth->GetOutput(), magnitude->GetOutput());
 
   // The gradient falls off from an edge as a bell does, so that its logarithm pulls in proportion
   // to the distance, weak edges as strongly as strong ones.
@@ -233,22 +268,15 @@ void zvContourForces::FindEdges(vtkImageData* slice, const zvForceParameters& pa
   vtkNew<vtkImageMathematics> logarithm;
   logarithm->SetInputConnection(offset->GetOutputPort());
   logarithm->SetOperationToLog();
-  vtkNew<vtkImageGradient> slope;
-  slope->SetInputConnection(logarithm->GetOutputPort());
-  slope->SetDimensionality(2);
-  slope->HandleBoundariesOn();
   vtkNew<vtkImageMathematics> pull;
-  pull->SetInputConnection(slope->GetOutputPort());
+  pull->SetInputData(MakeSlope(logarithm->GetOutputPort()));
   pull->SetOperationToMultiplyByK();
   pull->SetConstantK(std::max(deviation, LeastReach * this->CoarseSpacing));
-  vtkNew<vtkImageCast> narrow; // the gradient comes in double
-  narrow->SetInputConnection(pull->GetOutputPort());
-  narrow->SetOutputScalarTypeToFloat();
 
   vtkNew<vtkImageAppendComponents> together;
   together->AddInputConnection(smooth->GetOutputPort());
   together->AddInputConnection(magnitude->GetOutputPort());
-  together->AddInputConnection(narrow->GetOutputPort());
+  together->AddInputConnection(pull->GetOutputPort());
   together->Update();
   this->Interpolator = vtkSmartPointer<vtkImageInterpolator>::New();
   this->Interpolator->SetInterpolationModeToLinear();
@@ -256,14 +284,15 @@ void zvContourForces::FindEdges(vtkImageData* slice, const zvForceParameters& pa
   this->Interpolator->Initialize(together->GetOutput());
 }
 
-void zvContourForces::MeasureEdges(vtkImageData* smooth, double edgeContrast)
+void zvContourForces::MeasureEdges(
+  vtkImageData* smooth, vtkImageData* magnitude, double edgeContrast)
 {
   const auto count = static_cast<std::size_t>(this->VoxelCount);
   std::vector<float> values(ValuesOf(smooth), ValuesOf(smooth) + count);
   const auto range = std::minmax_element(values.begin(), values.end());
   const double largest = std::max(std::abs(*range.first), std::abs(*range.second));
   const bool isFlat = *range.second - *range.first <= RoundingPart * largest;
-  std::vector<float> gradients(ValuesOf(this->Gradient), ValuesOf(this->Gradient) + count);
+  std::vector<float> gradients(ValuesOf(magnitude), ValuesOf(magnitude) + count);
   const double strongest = *std::max_element(gradients.begin(), gradients.end());
   if (isFlat || !(strongest > 0.0))
   {
@@ -275,6 +304,28 @@ void zvContourForces::MeasureEdges(vtkImageData* smooth, double edgeContrast)
     [strongest](float gradient) { return gradient < NoticeablePart * strongest; });
   gradients.erase(end, gradients.end());
   this->Threshold = std::max(edgeContrast, LeastEdgeContrast) * FindQuantile(gradients, 0.99);
+}
+
+// The crests of the gradient, a voxel wide.
+void zvContourForces::CollectEdges(vtkImageData* smooth, vtkImageData* magnitude)
+{
+  if (!this->HasEdges())
+  {
+    return;
+  }
+  vtkNew<vtkTrivialProducer> source;
+  source->SetOutput(smooth);
+  vtkNew<vtkImageNonMaximumSuppression> crests;
+  crests->SetMagnitudeInputData(magnitude);
+  crests->SetVectorInputData(MakeSlope(source->GetOutputPort()));
+  crests->SetDimensionality(2);
+  crests->HandleBoundariesOn();
+  vtkNew<vtkThresholdPoints> strong;
+  strong->SetInputConnection(crests->GetOutputPort());
+  strong->ThresholdByUpper(this->Threshold);
+  strong->SetOutputPointsPrecision(vtkAlgorithm::DOUBLE_PRECISION);
+  strong->Update();
+  this->Edges->DeepCopy(strong->GetOutput());
 }
 
 zvContourForces::Sample zvContourForces::At(const zvContourPoint& point) const
@@ -306,28 +357,28 @@ zvContourForces::Sample zvContourForces::At(const zvContourPoint& point) const
 vtkSmartPointer<vtkPolyData> zvContourForces::MakeEdgePoints(
   const zvContourPlane& plane, vtkIdType most, double lift) const
 {
-  auto edges = vtkSmartPointer<vtkPolyData>::New();
-  if (!this->HasEdges())
+  vtkNew<vtkPoints> points;
+  points->SetDataTypeToDouble();
+  vtkNew<vtkCellArray> dots;
+  vtkNew<vtkFloatArray> gradients;
+  const vtkIdType count = this->Edges->GetNumberOfPoints();
+  vtkDataArray* strengths = this->Edges->GetPointData()->GetScalars();
+  const double least = count > most ? FindLeast(strengths, most) : 0.0;
+  for (vtkIdType i = 0; i < count && points->GetNumberOfPoints() < most; ++i)
   {
-    return edges;
-  }
-  std::vector<float> gradients(
-    ValuesOf(this->Gradient), ValuesOf(this->Gradient) + this->VoxelCount);
-  const double left = static_cast<double>(most) / this->VoxelCount;
-  const double least =
-    left < 1.0 ? std::nextafter(FindQuantile(gradients, 1.0 - left), 1.0e38F) : 0.0;
-  vtkNew<vtkThresholdPoints> strong;
-  strong->SetInputData(this->Gradient);
-  strong->ThresholdByUpper(std::max(least, this->Threshold));
-  strong->SetOutputPointsPrecision(vtkAlgorithm::DOUBLE_PRECISION);
-  strong->Update();
-  edges->DeepCopy(strong->GetOutput());
-  for (vtkIdType i = 0; i < edges->GetNumberOfPoints(); ++i)
-  {
-    const double* place = edges->GetPoint(i);
+    if (strengths->GetComponent(i, 0) < least)
+    {
+      continue;
+    }
+    const double* place = this->Edges->GetPoint(i);
     std::array<double, 3> world = plane.ToWorld({ { place[0], place[1] } });
     world[static_cast<std::size_t>(plane.GetAxis())] += lift;
-    edges->GetPoints()->SetPoint(i, world.data());
+    dots->InsertNextCell({ points->InsertNextPoint(world.data()) });
+    gradients->InsertNextValue(static_cast<float>(strengths->GetComponent(i, 0)));
   }
+  auto edges = vtkSmartPointer<vtkPolyData>::New();
+  edges->SetPoints(points);
+  edges->SetVerts(dots);
+  edges->GetPointData()->SetScalars(gradients);
   return edges;
 }

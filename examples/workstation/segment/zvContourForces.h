@@ -62,17 +62,18 @@ public:
   /// The range that nearly all of the smoothed values have, without the outermost hundredths.
   double GetContrast() const { return this->Contrast; }
 
-  /// The strongest places of the slice as points with the gradient as scalars, in the world, at
-  /// most so many.
+  /// The crests of the gradient as points in the world, with the gradient as scalars: the strongest
+  /// ones, at most so many.
   vtkSmartPointer<vtkPolyData> MakeEdgePoints(
     const zvContourPlane& plane, vtkIdType most, double lift = 0.0) const;
 
 private:
   void ReadGrid(vtkImageData* slice);
   void FindEdges(vtkImageData* slice, const zvForceParameters& parameters);
-  void MeasureEdges(vtkImageData* smooth, double edgeContrast);
+  void MeasureEdges(vtkImageData* smooth, vtkImageData* magnitude, double edgeContrast);
+  void CollectEdges(vtkImageData* smooth, vtkImageData* magnitude);
 
-  vtkSmartPointer<vtkImageData> Gradient;
+  vtkSmartPointer<vtkPolyData> Edges;                 // in the contour's coordinates
   vtkSmartPointer<vtkImageInterpolator> Interpolator; // of value, gradient and pull
   zvContourPoint Low{ {} };
   zvContourPoint High{ {} };

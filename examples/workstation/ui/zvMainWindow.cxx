@@ -1,5 +1,7 @@
 #include "zvMainWindow.h"
 
+#include "zvContourPanel.h"
+#include "zvContourTool.h"
 #include "zvEditBar.h"
 #include "zvHandTools.h"
 #include "zvHeadPhantom.h"
@@ -52,6 +54,8 @@ zvMainWindow::zvMainWindow()
   , LoadBar(new zvLoadBar)
   , Edit(new zvEditBar)
   , MeasurementPanel(new zvMeasurementPanel(this->Measurements))
+  , ContourPanel(new zvContourPanel)
+  , Contour(new zvContourTool(this->Views, this->ContourPanel, this->Edit))
   , Presets(new zvPresetMenu(this))
   , Status(new QLabel)
   , Hint(new QLabel)
@@ -107,6 +111,8 @@ void zvMainWindow::BuildDocks()
   dock->setWidget(panels);
   this->addDockWidget(Qt::RightDockWidgetArea, dock);
   this->addDockWidget(Qt::RightDockWidgetArea, this->MeasurementPanel);
+  this->tabifyDockWidget(dock, this->ContourPanel);
+  dock->raise();
 }
 
 void zvMainWindow::BuildStatusBar()
@@ -203,6 +209,9 @@ void zvMainWindow::ConnectTools()
     this->Measurements->AddSource(this->Views->GetSliceView(axis)->GetMarks());
   }
   this->Markers = std::make_unique<zvMarkerTools>(this->Views, this->Tools, this->Measurements);
+  this->Contour->setParent(this);
+  this->Contour->AddTo(this->Tools);
+  connect(this, &zvMainWindow::shown, this->Contour, &zvContourTool::Begin);
   const auto showHint = [this] { this->Hint->setText(this->GetHintText()); };
   connect(this->Tools, &zvToolSet::chosen, this, showHint);
   showHint();

@@ -8,6 +8,8 @@
 #include <memory>
 
 class QLabel;
+class zvContourPanel;
+class zvContourTool;
 class zvEditBar;
 class zvHelpOverlay;
 class zvLoadBar;
@@ -62,6 +64,8 @@ public:
   zvWindowPanel* GetWindowPanel() const { return this->Window; }
   zvTurnPanel* GetTurnPanel() const { return this->Turns; }
   zvPresetMenu* GetPresetMenu() const { return this->Presets; }
+  zvContourPanel* GetContourPanel() const { return this->ContourPanel; }
+  zvContourTool* GetContourTool() const { return this->Contour; }
   zvNoticeBar* GetNoticeBar() const { return this->Notices; }
   zvLoadBar* GetLoadBar() const { return this->LoadBar; }
   zvHelpOverlay* GetHelp() const { return this->Help; }
@@ -117,6 +121,8 @@ private:
   zvLoadBar* LoadBar;
   zvEditBar* Edit;
   zvMeasurementPanel* MeasurementPanel;
+  zvContourPanel* ContourPanel;
+  zvContourTool* Contour;
   zvPresetMenu* Presets;
   QLabel* Status;
   QLabel* Hint;

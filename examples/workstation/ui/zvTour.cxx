@@ -1,5 +1,6 @@
 #include "zvTour.h"
 
+#include "zvContourStations.h"
 #include "zvEditBar.h"
 #include "zvImageViewerWidget.h"
 #include "zvMainWindow.h"
@@ -121,6 +122,11 @@ bool zvTour::VisitAll(const QString& prefix)
     {
       continue;
     }
+    // While the voxels are as they were loaded.
+    if (station.Visit == &zvTour::PaintAndFill && !this->VisitContour(prefix))
+    {
+      return false;
+    }
     if (station.Visit != nullptr)
     {
       (this->*station.Visit)();
@@ -131,6 +137,23 @@ bool zvTour::VisitAll(const QString& prefix)
       return false;
     }
   }
+  return true;
+}
+
+bool zvTour::VisitContour(const QString& prefix)
+{
+  this->Tidy();
+  this->Window.GetEditBar()->GetMaskAction()->setChecked(false);
+  for (const zvContourStations::Station& station : zvContourStations::GetAll())
+  {
+    station.Visit(this->Window);
+    Settle();
+    if (!this->Write(prefix + "-" + station.Name))
+    {
+      return false;
+    }
+  }
+  zvContourStations::Tidy(this->Window);
   return true;
 }
 

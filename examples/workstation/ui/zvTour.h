@@ -22,6 +22,7 @@ private:
   bool ShowVolume(const QString& path);
   void ShowPhantom();
   bool VisitAll(const QString& prefix);
+  bool VisitContour(const QString& prefix);
   void DragSlice();
   void DragWindowLevel();
   void TurnPlanes();
