@@ -675,7 +675,7 @@ TEST_F(WorkstationContourViews, InTurnedPlanesThereIsNoContour)
   this->Tool()->Start();
   EXPECT_FALSE(this->Tool()->IsRunning());
   EXPECT_EQ(this->Panel()->GetMessage(), "The planes are turned. Make them orthogonal first.");
-  this->Window.Straighten();
+  this->Window.GetViews()->Straighten();
   EXPECT_TRUE(this->Contour(2)->IsVisible());
   EXPECT_FALSE(this->ContourOf(2).empty());
   ASSERT_TRUE(this->RunToEnd());

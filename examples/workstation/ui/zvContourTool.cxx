@@ -140,10 +140,9 @@ void zvContourTool::Activate()
   this->IsActive = true;
   this->Panel->show();
   this->Panel->raise();
+  this->Views->SetHand(zvSliceView::Hand::Contour);
   for (const auto& contour : this->Contours)
   {
-    // A press on a line would turn it instead.
-    contour->GetView()->GetViewer()->SetLinesEnabled(false);
     contour->SetVisible(this->IsUpright(contour->GetView()->GetAxis()));
     contour->SetInHand(true);
   }

@@ -328,7 +328,8 @@ void zvSliceView::mousePressEvent(QMouseEvent* event)
     return;
   }
   if (event->button() == Qt::MiddleButton &&
-    ((event->modifiers() & Qt::ShiftModifier) || !this->Marks->IsMovedByMiddle()))
+    ((event->modifiers() & Qt::ShiftModifier) ||
+      (this->LeftHand != Hand::Contour && !this->Marks->IsMovedByMiddle())))
   {
     this->IsMovingPicture = true;
     this->PictureGrip = event->pos();

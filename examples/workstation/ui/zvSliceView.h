@@ -56,7 +56,8 @@ public:
     Lasso,
     Note,
     Paint,
-    Fill
+    Fill,
+    Contour // as the cross, but its lines stay, and the middle button without Shift is free
   };
 
   zvSliceView(int axis, std::shared_ptr<zvRenderGroup> group);
