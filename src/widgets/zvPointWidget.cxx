@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -403,6 +404,15 @@ void zvPointWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
   for (int i = 0; i < 6; ++i)
   {
     bounds[i] = (bounds[i] - position[i / 2]) * factor + position[i / 2];
+  }
+  // A way longer than the diagonal turns the box over. Out of order, it would take the position
+  // along.
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    if (bounds[2 * axis] > bounds[2 * axis + 1])
+    {
+      std::swap(bounds[2 * axis], bounds[2 * axis + 1]);
+    }
   }
   this->Cursor3D->SetModelBounds(bounds);
   this->Cursor3D->Update();

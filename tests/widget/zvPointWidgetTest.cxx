@@ -630,6 +630,22 @@ TEST_F(PointWidget, ARightDragDownOrLevelShrinksTheCross)
   EXPECT_NEAR(this->Bounds()[1], 1.0 + twice, 1e-9);
 }
 
+TEST_F(PointWidget, ACrossShrunkByMoreThanItsSizeStaysAboutItsPosition)
+{
+  this->Enable();
+  const Display from = this->OnCross();
+  const Display to = Plus(from, 0, -190);
+  this->Pointer.Press(zvtest::Right, from);
+  this->Pointer.MoveTo(to);
+  const double factor = 1.0 - std::abs(this->MotionOf(from, to)[1]) / std::sqrt(48.0);
+  ASSERT_LT(factor, -1.0);
+  ExpectNear(this->Position(), Center);
+  for (int i = 0; i < 6; ++i)
+  {
+    EXPECT_NEAR(this->Bounds()[i], Center[i / 2] + (i % 2 ? -2 : 2) * factor, 1e-9) << i;
+  }
+}
+
 TEST_F(PointWidget, ACrossWithoutSizeStaysWhenScaled)
 {
   this->Enable();
