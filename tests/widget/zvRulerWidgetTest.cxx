@@ -805,6 +805,19 @@ TEST_P(RulerWidgetPress, ReleaseEndsTheDragOrLeavesOutsideInPlace)
   }
 }
 
+TEST_F(RulerWidget, AMissWithTheLeftButtonLetsAnEndGoAndWithTheMiddleKeepsItByDesign)
+{
+  this->Enable();
+  this->Pointer.Press(zvtest::Left, this->OnEnd1());
+  this->Pointer.Press(zvtest::Middle, this->Beside());
+  EXPECT_EQ(this->Ruler->State, zvRulerWidget::Outside);
+  EXPECT_EQ(this->Ruler->CurrentHandle, this->Ruler->Handle[0].Get());
+  EXPECT_EQ(this->Ruler->Handle[0]->GetProperty(), this->Ruler->GetSelectedHandleProperty());
+  this->Pointer.Press(zvtest::Left, this->Beside());
+  EXPECT_EQ(this->Ruler->CurrentHandle, nullptr);
+  EXPECT_EQ(this->Ruler->Handle[0]->GetProperty(), this->Ruler->GetHandleProperty());
+}
+
 TEST_F(RulerWidget, MovesAndReleasesAtRestDoNothing)
 {
   this->Enable();
