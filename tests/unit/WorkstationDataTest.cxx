@@ -491,9 +491,11 @@ TEST_F(WorkstationData, TomographyGetsTheWindowsOfItsOrgans)
   zvVolume volume = MakeVolume(VTK_SHORT, { -1024.0, 0.0, 40.0, 1500.0 });
   EXPECT_TRUE(zvWindowPresets::LooksLikeCt(volume));
   const auto presets = zvWindowPresets::For(volume);
-  EXPECT_EQ(presets.front().Name, "Soft tissue");
-  EXPECT_EQ(presets.front().Value.Window, 400.0);
-  EXPECT_EQ(presets.front().Value.Level, 40.0);
+  EXPECT_EQ(presets.front().Name, "1 to 99 %");
+  EXPECT_EQ(presets[1].Name, "Soft tissue");
+  EXPECT_LE(presets.size(), 9u) << "one for each number key";
+  EXPECT_EQ(presets[1].Value.Window, 400.0);
+  EXPECT_EQ(presets[1].Value.Level, 40.0);
   const zvWindowPreset* brain = Find(presets, "Brain");
   ASSERT_NE(brain, nullptr);
   EXPECT_EQ(brain->Value.Window, 80.0);

@@ -493,6 +493,55 @@ TEST_F(WorkstationViews, ATiltedPlaneIsSteppedToBothEndsAndBack)
   EXPECT_NEAR(std::remainder(start - low, Spacing[2]), 0.0, 1.0e-6);
 }
 
+TEST_F(WorkstationViews, ATiltedPlaneReachesTheFarCorners)
+{
+  this->Window.GetTurnPanel()->GetSlider(0)->setValue(35);
+  this->Window.GetTurnPanel()->GetSlider(1)->setValue(20);
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    const Vector normal = this->Normal(axis);
+    double reach = 0.0, middle = 0.0;
+    for (std::size_t a = 0; a < 3; ++a)
+    {
+      const double half = 0.5 * (Dimensions[a] - 1) * Spacing[a];
+      reach += std::fabs(normal[a]) * half;
+      middle += normal[a] * (Origin[a] + half);
+    }
+    const auto offset = [&] { return Dot(normal, this->Cross(axis)) - middle; };
+    const double start = offset();
+    this->Hand(axis).Type(Qt::Key_End);
+    this->ExpectLinked("end");
+    EXPECT_GT(offset(), reach - Spacing[At(axis)]) << "the last slice before the corner";
+    EXPECT_LE(offset(), reach + 1.0e-6);
+    EXPECT_EQ(this->View3D()->GetSlice(axis), this->SliceIndex(axis));
+    EXPECT_EQ(this->SliderValue(axis), this->SliceIndex(axis)) << "the slider shows it too";
+    this->Hand(axis).Turn(1, QPoint(100, 100));
+    EXPECT_LE(offset(), reach + 1.0e-6) << "no slice beyond";
+    this->Hand(axis).Type(Qt::Key_Home);
+    this->ExpectLinked("home");
+    EXPECT_LT(offset(), -reach + Spacing[At(axis)]);
+    EXPECT_GE(offset(), -reach - 1.0e-6);
+    const int back = static_cast<int>(std::lround((start - offset()) / Spacing[At(axis)]));
+    this->Hand(axis).Turn(back, QPoint(100, 100));
+    EXPECT_NEAR(offset(), start, 1.0e-6) << "and back to where it was";
+  }
+}
+
+TEST_F(WorkstationViews, APlaneAtAFarCornerIsNotTurnedOutOfTheVolume)
+{
+  this->Window.GetTurnPanel()->GetSlider(0)->setValue(40);
+  this->Window.GetTurnPanel()->GetSlider(1)->setValue(30);
+  this->Hand(2).Type(Qt::Key_End);
+  this->Window.GetTurnPanel()->GetSlider(0)->setValue(-40);
+  this->ExpectLinked("turned");
+  const Vector cross = this->Cross(2);
+  for (std::size_t a = 0; a < 3; ++a)
+  {
+    EXPECT_GE(cross[a], Origin[a] - Tolerance);
+    EXPECT_LE(cross[a], Origin[a] + (Dimensions[a] - 1) * Spacing[a] + Tolerance);
+  }
+}
+
 TEST_F(WorkstationViews, TheTiltedPlanesOf3DAreThoseOfTheViewers)
 {
   this->Window.GetTurnPanel()->GetSlider(0)->setValue(30);

@@ -81,6 +81,8 @@ protected:
         return false;
       }
       QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+      // Without a loop of its own nobody else sees to what is to be deleted later.
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     return true;
   }

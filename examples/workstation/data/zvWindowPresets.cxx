@@ -138,11 +138,10 @@ std::vector<zvWindowPreset> zvWindowPresets::For(const zvVolume& volume)
     Between(histogram.PercentileAbove(histogram.Low, 0.01),
       histogram.PercentileAbove(histogram.Low, 0.99)) };
   const zvWindowPreset full = { "Full range", Between(range[0], range[1]) };
-  std::vector<zvWindowPreset> presets;
   if (LooksLikeCt(volume))
   {
-    presets = CtPresets();
-    presets.push_back(usual);
+    std::vector<zvWindowPreset> presets = { usual };
+    presets.insert(presets.end(), CtPresets().begin(), CtPresets().end());
     presets.push_back(full);
     return presets;
   }

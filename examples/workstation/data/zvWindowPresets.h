@@ -32,9 +32,9 @@ std::vector<double> Percentiles(vtkImageData* image, const std::vector<double>& 
 /// is air (about -1000) beside tissue.
 bool LooksLikeCt(const zvVolume& volume);
 
-/// The presets of a volume, the best one to begin with first: the range from the 1st to the 99th
-/// percentile, the full range, the brain; for computed tomography the usual windows of its organs,
-/// of which soft tissue comes first.
+/// The presets of a volume, at most nine. The first is the one to begin with: from the 1st to the
+/// 99th percentile of the voxels. Then the full range and the brain; for computed tomography the
+/// usual windows of its organs, and the full range.
 std::vector<zvWindowPreset> For(const zvVolume& volume);
 }
 

@@ -22,6 +22,8 @@ constexpr unsigned long Watched[] = { vtkCommand::LeftButtonPressEvent,
 // Less is rounding: the direction of a plane is read from its corners.
 constexpr double LeastTurn = 1.0e-9; // radians
 
+constexpr double Rounding = 1.0e-6; // a part of a step
+
 constexpr int TurningResolution = 4; // as the viewers have it while they turn
 
 void TurnVector(double degrees, const double axis[3], double vector[3])
@@ -151,10 +153,20 @@ bool zvViewLink::TakeSteps(int view)
     const int missed = index[line] - known[line] - unread[line]; // in moves without their event
     unread[line] += missed;
   }
+  Vector target = this->Cross;
+  for (int line = 0; line < 2; ++line)
+  {
+    const Vector normal = this->GetNormal(axes[line]);
+    for (std::size_t i = 0; i < 3; ++i)
+    {
+      target[i] += unread[line] * this->GetStepLength(axes[line]) * normal[i];
+    }
+  }
+  const bool isWhole = this->IsInVolume(target);
   // Twice, as one line may have to make room for the other.
   for (int line : { 0, 1, 0 })
   {
-    const int taken = this->Shorten(axes[line], unread[line]);
+    const int taken = isWhole ? unread[line] : this->ShortenCross(axes[line], unread[line]);
     unread[line] -= taken;
     this->MoveCross(axes[line], taken);
     this->MovePlane(axes[line], taken);
@@ -212,10 +224,10 @@ void zvViewLink::HandlePlaneDragged(int axis, int steps)
 // The 3D view lets a plane be dragged out of the volume; it is brought back as far.
 int zvViewLink::Shorten3D(int axis, int steps)
 {
-  const int taken = this->Shorten(axis, steps);
+  const int taken = this->ShortenPlane(axis, steps);
   if (taken != steps)
   {
-    this->VolumeView->SetSlice(axis, this->VolumeView->GetSlice(axis) - steps + taken);
+    this->VolumeView->MovePlane(axis, (taken - steps) * this->GetStepLength(axis));
   }
   return taken;
 }
@@ -226,7 +238,7 @@ void zvViewLink::Step(int axis, int steps)
   {
     return;
   }
-  steps = this->Shorten(axis, steps);
+  steps = this->ShortenPlane(axis, steps);
   if (steps == 0)
   {
     return;
@@ -284,6 +296,7 @@ void zvViewLink::Turn(double degrees, const Vector& direction)
   {
     return;
   }
+  this->PullCrossIn();
   for (int view = 0; view < 3; ++view)
   {
     Vector axis = direction;
@@ -335,9 +348,7 @@ void zvViewLink::MovePlane(int axis, int steps)
     return;
   }
   this->MoveViewer(axis, steps);
-  // Near the end of its count an oblique plane of the 3D view may stand beyond it.
-  const int last = this->VolumeView->GetSliceCount(axis) - 1;
-  this->VolumeView->SetSlice(axis, std::min(this->VolumeView->GetSlice(axis), last) + steps);
+  this->VolumeView->MovePlane(axis, steps * this->GetStepLength(axis));
   this->VolumeView->TellSlices();
 }
 
@@ -377,17 +388,47 @@ void zvViewLink::ShowCross()
   }
 }
 
-// As many of these steps as keep the cross in the volume, and so in touch with it all planes
-// through the cross, however they are turned next.
-int zvViewLink::Shorten(int axis, int steps) const
+// As many of these steps as keep the plane in touch with the volume, or bring it nearer: on a
+// tilted plane the cross may leave the volume where the plane has a corner left.
+int zvViewLink::ShortenPlane(int axis, int steps) const
 {
-  constexpr double rounding = 1.0e-6; // a part of a step
-  constexpr double square = 1.0e-6;   // less is no way towards a face
   const Vector normal = this->GetNormal(axis);
   const double length = this->GetStepLength(axis);
   const double* bounds = this->Image->GetBounds();
-  const int left = this->VolumeView->GetSliceCount(axis) - 1 - this->VolumeView->GetSlice(axis);
-  int down = steps, up = std::min(steps, std::max(left, 0));
+  double reach = 0.0, offset = 0.0;
+  for (int i = 0; i < 3; ++i)
+  {
+    const double along = normal[At(i)];
+    reach += std::fabs(along) * 0.5 * (bounds[2 * i + 1] - bounds[2 * i]);
+    offset += along * (this->Cross[At(i)] - 0.5 * (bounds[2 * i] + bounds[2 * i + 1]));
+  }
+  const int up = static_cast<int>(std::floor((reach - offset) / length + Rounding));
+  const int down = static_cast<int>(std::ceil((-reach - offset) / length - Rounding));
+  return steps > 0 ? std::max(std::min(steps, up), 0) : std::min(std::max(steps, down), 0);
+}
+
+bool zvViewLink::IsInVolume(const Vector& point) const
+{
+  const double* bounds = this->Image->GetBounds();
+  for (int i = 0; i < 3; ++i)
+  {
+    const double room = Rounding * this->GetStepLength(i);
+    if (point[At(i)] < bounds[2 * i] - room || point[At(i)] > bounds[2 * i + 1] + room)
+    {
+      return false;
+    }
+  }
+  return true;
+}
+
+// As many of these steps as keep the cross in the volume, for a cross that the user drags.
+int zvViewLink::ShortenCross(int axis, int steps) const
+{
+  constexpr double square = 1.0e-6; // less is no way towards a face
+  const Vector normal = this->GetNormal(axis);
+  const double length = this->GetStepLength(axis);
+  const double* bounds = this->Image->GetBounds();
+  int down = steps, up = steps;
   for (int i = 0; i < 3; ++i)
   {
     const double way = normal[At(i)] * length;
@@ -395,11 +436,38 @@ int zvViewLink::Shorten(int axis, int steps) const
     {
       const double one = (bounds[2 * i] - this->Cross[At(i)]) / way;
       const double other = (bounds[2 * i + 1] - this->Cross[At(i)]) / way;
-      down = std::max(down, static_cast<int>(std::ceil(std::min(one, other) - rounding)));
-      up = std::min(up, static_cast<int>(std::floor(std::max(one, other) + rounding)));
+      down = std::max(down, static_cast<int>(std::ceil(std::min(one, other) - Rounding)));
+      up = std::min(up, static_cast<int>(std::floor(std::max(one, other) + Rounding)));
     }
   }
   return steps > 0 ? std::max(up, 0) : std::min(down, 0);
+}
+
+// The planes turn about the cross: where it stands beside the volume, they move with it to the
+// nearest place inside first, so that none of them is turned away from the volume.
+void zvViewLink::PullCrossIn()
+{
+  if (this->IsInVolume(this->Cross))
+  {
+    return;
+  }
+  const double* bounds = this->Image->GetBounds();
+  Vector way;
+  for (int i = 0; i < 3; ++i)
+  {
+    const double room =
+      std::min(2.0 * this->GetStepLength(i), 0.5 * (bounds[2 * i + 1] - bounds[2 * i]));
+    const double low = bounds[2 * i] + room, high = bounds[2 * i + 1] - room;
+    way[At(i)] = std::min(std::max(this->Cross[At(i)], low), high) - this->Cross[At(i)];
+  }
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    const double along = vtkMath::Dot(way.data(), this->GetNormal(axis).data());
+    const int steps = static_cast<int>(std::lround(along / this->GetStepLength(axis)));
+    this->MovePlane(axis, steps);
+    this->MoveCross(axis, steps);
+  }
+  this->ShowCross();
 }
 
 // The viewer leaves the count of an oblique plane to its host, and clamps to it. Here Shorten sees

@@ -32,8 +32,10 @@ class zvVolumeView;
 /// read is known by the viewer's cross index and by the direction of its plane, so each step is
 /// taken once.
 ///
-/// The cross stays in the volume: a step that would take it out is shortened, in the view that it
-/// was made in too. Nothing here renders except the 3D view; moved tells who has to.
+/// A cross that is dragged stays in the volume: a step that would take it out is shortened, in the
+/// view that it was made in too. A plane that is stepped stays in touch with the volume; if it is
+/// tilted it reaches the far corners, and the cross may be beside them. Nothing here renders except
+/// the 3D view; moved tells who has to.
 class zvViewLink : public QObject
 {
   Q_OBJECT
@@ -94,7 +96,10 @@ private:
   void MovePlane(int axis, int steps);
   void MoveCross(int axis, int steps);
   void MoveViewer(int axis, int steps);
-  int Shorten(int axis, int steps) const;
+  int ShortenPlane(int axis, int steps) const;
+  int ShortenCross(int axis, int steps) const;
+  bool IsInVolume(const Vector& point) const;
+  void PullCrossIn();
   int Shorten3D(int axis, int steps);
   void ShowCross();
   void PutPlanesUpright();

@@ -1,7 +1,7 @@
 #include "zvVolumeView.h"
 
 #include "zvCameraStyle.h"
-#include "zvImage3DPlanes.h"
+#include "zvSteppedPlanes.h"
 
 #include <QMouseEvent>
 #include <QWheelEvent>
@@ -72,7 +72,7 @@ void zvVolumeView::ShowVolume(const zvVolume& volume, const zvWindowValues& valu
     this->ReleasePlanes();
     this->Volume = volume;
     this->Drag.End();
-    this->Planes = new zvImage3DPlanes;
+    this->Planes = new zvSteppedPlanes;
     this->Planes->SetImage(volume.Image);
     this->Planes->SetRender(this->Renderer);
     this->Planes->Create();
@@ -175,12 +175,22 @@ std::array<int, 3> zvVolumeView::GetSlices() const
 
 int zvVolumeView::GetSliceCount(int axis) const
 {
-  int counts[3] = { 0, 0, 0 };
+  return this->HasVolume() ? this->Planes->CountSlices(axis) : 0;
+}
+
+zvImage3DPlanes* zvVolumeView::GetPlanes() const
+{
+  return this->Planes;
+}
+
+void zvVolumeView::MovePlane(int axis, double distance)
+{
   if (this->HasVolume())
   {
-    this->Planes->GetDimension(counts);
+    this->Planes->MovePlane(axis, distance);
+    this->KnownSlices = this->GetSlices();
+    this->interactor()->Render();
   }
-  return counts[axis];
 }
 
 void zvVolumeView::SetSlice(int axis, int index)

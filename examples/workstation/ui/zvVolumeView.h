@@ -18,6 +18,7 @@
 
 class vtkRenderer;
 class zvImage3DPlanes;
+class zvSteppedPlanes;
 
 /// A voxel that the user has asked for.
 struct zvVoxel
@@ -61,6 +62,8 @@ public:
   int GetSlice(int axis) const;
   int GetSliceCount(int axis) const;
   void SetSlice(int axis, int index);
+  /// Move a plane along its normal, by millimetres. Tells nothing, as SetSlice.
+  void MovePlane(int axis, double distance);
 
   zvWindowValues GetWindowLevel() const { return this->Value; }
   void SetWindowLevel(const zvWindowValues& value);
@@ -80,7 +83,7 @@ public:
   void TellSlices();
 
   /// The widget, null without a volume; owned by the view.
-  zvImage3DPlanes* GetPlanes() const { return this->Planes; }
+  zvImage3DPlanes* GetPlanes() const;
   vtkRenderer* GetRenderer() const { return this->Renderer; }
 
 signals:
@@ -112,7 +115,7 @@ private:
   std::shared_ptr<zvRenderGroup> Group;
   zvVolume Volume;
   zvWindowValues Value;
-  zvImage3DPlanes* Planes = nullptr;
+  zvSteppedPlanes* Planes = nullptr;
   bool IsFitting = false;
   std::array<int, 3> KnownSlices{ { -1, -1, -1 } };            // when the mouse was used last
   std::array<int, 6> ToldSlices{ { -1, -1, -1, -1, -1, -1 } }; // with their counts
