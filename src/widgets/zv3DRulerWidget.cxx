@@ -127,6 +127,11 @@ void zv3DRulerWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
 void zv3DRulerWidget::PlaceWidget(double* bds)
 {
   zvTraceMacro("zv3DRulerWidget::PlaceWidget(double bds[6])");
+  if (!bds)
+  {
+    vtkGenericWarningMacro("give bounds to place the points in...");
+    return;
+  }
   double bounds[6];
   double center[3];
   this->AdjustBounds(bds, bounds, center);

@@ -27,17 +27,18 @@ class vtkVectorText;
 class zvRawView;
 
 /// A ruler along a chain of points, shown in four views at once: the slice views X, Y and Z and a
-/// 3D view. Each point is a small sphere, consecutive ones are joined by a segment, and one label,
-/// which faces the camera of the current view, shows the length of the segment that ends in the
-/// selected point ("%10.2lf mm"; for point 0 that of segment 0). Points and segments can be hit in
-/// all four views. All positions are world positions in millimetres.
+/// 3D view. Each point is a small sphere, consecutive ones are joined by a segment, and one label
+/// shows the length of the segment that ends in the selected point ("%10.2lf mm"; for point 0 that
+/// of segment 0). In all views it faces the camera of the view that was the current one when a
+/// point was last added or inserted. Points and segments can be hit in all four views. All
+/// positions are world positions in millimetres.
 ///
 /// A host gives it the four views (SetRendererX, SetRendererY, SetRendererZ, SetRenderer3D), each a
 /// renderer in a window of its own with an interactor, then the current one (SetCurrentRender), and
 /// calls SetEnabled(1). zvInstanceManager holds the image whose bounds limit a drag. The current
 /// renderer is the one whose presses count, in which is picked, whose camera turns the motion of
-/// the mouse into one in the world and the label to the viewer, and for which spheres and label are
-/// sized; a host sets it again when the mouse comes into another view.
+/// the mouse into one in the world, before whose viewer the label is placed, and for which spheres
+/// and label are sized; a host sets it again when the mouse comes into another view.
 ///
 /// Points are numbered along the chain from 0; segment i joins the points i and i + 1. There is one
 /// selected point and one selected segment, and they are independent; what was selected last is the
@@ -70,8 +71,8 @@ class zvRawView;
 /// Other events: EnableEvent and DisableEvent by SetEnabled. No event has call data.
 ///
 /// Errors: an operation that needs a view, an interactor, an image, a point or a segment that is
-/// not there writes one generic warning that says which, and changes nothing, unless it says
-/// otherwise.
+/// not there, or that is given null for a position or bounds, writes one generic warning that says
+/// which, and changes nothing, unless it says otherwise.
 ///
 /// Lifetime: the widget may be deleted at any moment, enabled, in mid-drag or from its own
 /// observer, before or after its views. It only refers to the views; one that dies counts as not

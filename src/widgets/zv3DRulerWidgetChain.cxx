@@ -201,12 +201,22 @@ void zv3DRulerWidget::SetHandlePosition(int handle, double x, double y, double z
 void zv3DRulerWidget::SetHandlePosition(int handle, double xyz[3])
 {
   zvTraceMacro("zv3DRulerWidget::SetHandlePosition(int handle, double xyz[3])");
+  if (!xyz)
+  {
+    vtkGenericWarningMacro("give the point a position...");
+    return;
+  }
   this->SetHandlePosition(handle, xyz[0], xyz[1], xyz[2]);
 }
 
 void zv3DRulerWidget::GetHandlePosition(int handle, double xyz[3])
 {
   zvTraceMacro("zv3DRulerWidget::GetHandlePosition(int handle, double xyz[3])");
+  if (!xyz)
+  {
+    vtkGenericWarningMacro("give room for the position of the point...");
+    return;
+  }
   if (const double* center = this->GetHandlePosition(handle))
   {
     std::copy_n(center, 3, xyz);
@@ -331,6 +341,11 @@ std::string zv3DRulerWidget::GetStringCoordinate()
 void zv3DRulerWidget::MovePoint(double* p1, double* p2)
 {
   zvTraceMacro("zv3DRulerWidget::MovePoint(double *p1, double *p2)");
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before moving a point...");
+    return;
+  }
   if (!this->HasPoint(this->CurrentPoint))
   {
     return;

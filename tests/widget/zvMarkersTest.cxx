@@ -531,6 +531,29 @@ TYPED_TEST(Markers, AddingNowhereOnlySaysSo)
   EXPECT_EQ(this->Widget->GetState(), TestFixture::Class::Outside);
 }
 
+TYPED_TEST(Markers, WithoutAnArrayNothingChanges)
+{
+  this->AddThree();
+  const zvtest::World before = this->PositionOf(2);
+  const std::string item = this->Item;
+  double xyz[3] = { 1, 1, 1 };
+  const auto expect = [this, &before](const std::string& message)
+  {
+    this->ExpectGenericWarning(this->Name(), message);
+    EXPECT_EQ(this->PositionOf(2), before);
+  };
+  this->Widget->MovePoint(nullptr, xyz);
+  expect("give both ends of the motion before moving a " + item + "...");
+  this->Widget->MovePoint(xyz, nullptr);
+  expect("give both ends of the motion before moving a " + item + "...");
+  this->Widget->SetHandlePosition(2, nullptr);
+  expect("give the " + item + " a position...");
+  this->Widget->GetHandlePosition(2, nullptr);
+  expect("give room for the position of the " + item + "...");
+  this->Widget->PlaceWidget(nullptr);
+  expect("give bounds to place the " + item + "s in...");
+}
+
 TYPED_TEST(Markers, MovingWithoutAnImageOnlySaysSo)
 {
   this->AddThree();

@@ -555,27 +555,6 @@ TEST_F(SeedWidgetSeeds, AWayThatIsNoNumberIsSurvived)
   EXPECT_EQ(this->PositionOf(2), (World{ { 1, 1, 1 } }));
 }
 
-TEST_F(SeedWidgetSeeds, WithoutAnArrayNothingChanges)
-{
-  this->AddThree();
-  double xyz[3] = { 1, 1, 1 };
-  const auto expect = [this](const char* message)
-  {
-    this->ExpectGenericWarning("zvSeedWidget", message);
-    EXPECT_EQ(this->PositionOf(2), (World{ { 5, 0, 6 } }));
-  };
-  this->Widget->MovePoint(nullptr, xyz);
-  expect("give both ends of the motion before moving a seed...");
-  this->Widget->MovePoint(xyz, nullptr);
-  expect("give both ends of the motion before moving a seed...");
-  this->Widget->SetHandlePosition(2, nullptr);
-  expect("give the seed a position...");
-  this->Widget->GetHandlePosition(2, nullptr);
-  expect("give room for the position of the seed...");
-  this->Widget->PlaceWidget(nullptr);
-  expect("give bounds to place the seeds in...");
-}
-
 // ---- Placing and sizing
 
 TEST_F(SeedWidgetSeeds, PlacingSpreadsTheSlicesSpheresAlongTheDiagonal)

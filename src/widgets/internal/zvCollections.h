@@ -43,6 +43,19 @@ void ForEach(vtkCollection* collection, const Action& action)
   }
 }
 
+/// The same for a collection that holds nothing else than items of the class, or derived from it:
+/// asking each for its class would take longer than most actions.
+template <typename Item, typename Action>
+void ForEachOwn(vtkCollection* collection, const Action& action)
+{
+  vtkCollectionSimpleIterator at;
+  collection->InitTraversal(at);
+  for (int index = 0; vtkObject* object = collection->GetNextItemAsObject(at); ++index)
+  {
+    action(static_cast<Item*>(object), index);
+  }
+}
+
 /// The item at \a index if it is there and of the class, or null.
 template <typename Item>
 Item* ItemAt(vtkCollection* collection, int index)

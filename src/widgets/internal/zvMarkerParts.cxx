@@ -51,7 +51,7 @@ vtkSmartPointer<vtkProperty> zvMarkerParts::MakeProperty(double red, double gree
 
 void zvMarkerParts::SetRadius(vtkCollection* spheres, double radius)
 {
-  zvCollections::ForEach<vtkSphereSource>(
+  zvCollections::ForEachOwn<vtkSphereSource>(
     spheres, [radius](vtkSphereSource* sphere, int) { sphere->SetRadius(radius); });
 }
 
@@ -96,7 +96,7 @@ void zvMarkerParts::Print(ostream& os, vtkIndent indent, const PrintedFields& fi
 void zvMarkerParts::Highlight(
   vtkCollection* actors, int index, vtkProperty* normal, vtkProperty* selected)
 {
-  zvCollections::ForEach<vtkActor>(actors,
+  zvCollections::ForEachOwn<vtkActor>(actors,
     [index, normal, selected](vtkActor* actor, int at)
     { actor->SetProperty(at == index ? selected : normal); });
 }

@@ -14,7 +14,8 @@ class vtkProperty;
 class vtkSphereSource;
 
 /// What markers of points are made of that keep a sphere for each point: seeds and 3D rulers. Items
-/// of the same index in the collections belong to the same point.
+/// of the same index in the collections belong to the same point. Collections of spheres hold
+/// vtkSphereSource and those of actors vtkActor, and nothing else.
 namespace zvMarkerParts
 {
 /// The part of the size that vtk3DWidget gives handles which is a sphere's radius.
