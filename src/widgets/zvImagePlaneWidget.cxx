@@ -6,6 +6,7 @@
 #include "zvSliceColorMap.h"
 #include "zvSliceReslice.h"
 #include "zvSliceTexture.h"
+#include "zvViewLookup.h"
 
 #include "vtkActor.h"
 #include "vtkCallbackCommand.h"
@@ -365,10 +366,7 @@ void zvImagePlaneWidget::Disable()
 void zvImagePlaneWidget::Render()
 {
   // An observer may have taken the interactor away.
-  if (this->Interactor)
-  {
-    this->Interactor->Render();
-  }
+  zvViewLookup::Render(this->Interactor);
 }
 
 void zvImagePlaneWidget::AddObservers()

@@ -3,6 +3,7 @@
 #include "zvImagePlaneWidget.h"
 
 #include "zvBoxCut.h"
+#include "zvEvents.h"
 #include "zvImageGrid.h"
 #include "zvPlaneSource.h"
 #include "zvReslicePlane.h"
@@ -72,6 +73,7 @@ void zvImagePlaneWidget::SetInputConnection(vtkAlgorithmOutput* port)
 {
   // Held, as the old connection may be all that keeps the port's producer.
   const vtkSmartPointer<vtkAlgorithmOutput> holdPort = port;
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->vtk3DWidget::SetInputConnection(port);
   if (!port || !vtkImageData::SafeDownCast(this->GetInput()))
   {
@@ -87,6 +89,10 @@ void zvImagePlaneWidget::SetInputConnection(vtkAlgorithmOutput* port)
   }
   this->ImageData = image;
   this->UseImageRange();
+  if (this->ImageData != image)
+  {
+    return; // an observer of the render thought otherwise
+  }
   this->ConnectPipeline(port);
   this->ShowImage(zvImageGrid::HasVoxels(image));
 }

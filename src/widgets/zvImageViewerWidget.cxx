@@ -255,7 +255,10 @@ void zvImageViewerWidget::Disable()
   this->TexturePlaneActor->PickableOff();
   this->SetEnableImageMask(0);
   this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
-  this->SetCurrentRenderer(nullptr);
+  if (!this->Enabled) // an observer may have enabled it again
+  {
+    this->SetCurrentRenderer(nullptr);
+  }
   zvViewLookup::Render(this->Interactor);
 }
 
@@ -277,7 +280,8 @@ void zvImageViewerWidget::SetInputConnection(vtkAlgorithmOutput* port)
   // Its voxel indices mean nothing in another image.
   this->ForgetFill();
   // Held, as the old connection may be all that keeps the port's producer.
-  const vtkSmartPointer<vtkAlgorithmOutput> hold = port;
+  const vtkSmartPointer<vtkAlgorithmOutput> holdPort = port;
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   // The stock class would move the plane here.
   this->vtk3DWidget::SetInputConnection(port);
   vtkImageData* image = this->UpdatedInput(port);
@@ -288,6 +292,10 @@ void zvImageViewerWidget::SetInputConnection(vtkAlgorithmOutput* port)
   }
   this->ImageData = image;
   this->AdoptScalarRange();
+  if (this->ImageData != image)
+  {
+    return; // an observer of the render thought otherwise
+  }
   this->Reslice->SetInputConnection(port);
   const int interpolate = this->ResliceInterpolate;
   this->ResliceInterpolate = -1; // so that the setter takes effect

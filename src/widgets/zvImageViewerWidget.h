@@ -381,6 +381,10 @@ protected:
 
   void OnRightButtonDown() override;
   void OnRightButtonUp() override;
+  void StartCursor() override;
+  void StopCursor() override;
+  void StartSliceMotion() override;
+  void StopSliceMotion() override;
   void StartWindowLevel() override;
   void StopWindowLevel() override;
 
@@ -462,7 +466,12 @@ private:
   void ShowActor(vtkActor* actor, vtkProperty* property);
   void SetLineEnabled(int enabled, vtkActor* actor, vtkProperty* property, vtkCellPicker* picker);
   void SetInteracting(bool on);
-  void TellWindowLevel(unsigned long event);
+  void TellDragStart(unsigned long event);
+  void TellDragEnd(unsigned long event);
+  void TellDrag(unsigned long event);
+  bool FindPress(int& X, int& Y);
+  bool GrabSlice(int X, int Y, int state);
+  bool LetGoOfSlice();
 
   bool TakeInput();
   bool TakeUpdatedInput();

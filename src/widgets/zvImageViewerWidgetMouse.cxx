@@ -29,7 +29,7 @@ bool HasPath(vtkAbstractPropPicker* picker)
 }
 
 template <typename Tool>
-Tool* FirstClicked(vtkCollection* tools)
+vtkSmartPointer<Tool> FirstClicked(vtkCollection* tools)
 {
   for (const auto& tool : zvCollections::ItemsOf<Tool>(tools))
   {
@@ -66,14 +66,14 @@ const zvImageViewerWidget::PlaneMode zvImageViewerWidget::PlaneModes[] = {
 //------------------------------------------------------------------------------
 void zvImageViewerWidget::OnLeftButtonDown()
 {
+  const int X = this->Interactor->GetEventPosition()[0];
+  const int Y = this->Interactor->GetEventPosition()[1];
   this->LeftButtonHeld = true;
   this->ForgetFill();
   if (this->FillMode)
   {
     this->FillAtCursor();
   }
-  const int X = this->Interactor->GetEventPosition()[0];
-  const int Y = this->Interactor->GetEventPosition()[1];
   // The order in which they may claim a press.
   using Claimant = Claim (zvImageViewerWidget::*)(int, int);
   constexpr Claimant claimants[] = { &zvImageViewerWidget::ClaimOutside,
@@ -88,17 +88,14 @@ void zvImageViewerWidget::OnLeftButtonDown()
       break;
     }
   }
-  if (claim == Claim::Ignored)
-  {
-    return;
-  }
   if (claim == Claim::Interaction)
   {
-    this->EventCallbackCommand->SetAbortFlag(1);
-    this->SetInteracting(true);
-    this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
+    this->TellDragStart(vtkCommand::StartInteractionEvent);
   }
-  zvViewLookup::Render(this->Interactor);
+  else if (claim != Claim::Ignored)
+  {
+    zvViewLookup::Render(this->Interactor);
+  }
 }
 
 zvImageViewerWidget::Claim zvImageViewerWidget::ClaimOutside(int, int)
@@ -148,7 +145,7 @@ zvImageViewerWidget::Claim zvImageViewerWidget::ClaimTool(int, int)
 
 bool zvImageViewerWidget::SelectRuler()
 {
-  zvRulerWidget* ruler = FirstClicked<zvRulerWidget>(this->RulerWidgets);
+  const auto ruler = FirstClicked<zvRulerWidget>(this->RulerWidgets);
   if (!ruler)
   {
     return false;
@@ -174,7 +171,7 @@ bool zvImageViewerWidget::SelectArea()
 
 bool zvImageViewerWidget::SelectTextNote()
 {
-  zvTextNoteWidget* note = FirstClicked<zvTextNoteWidget>(this->TextNoteWidgets);
+  const auto note = FirstClicked<zvTextNoteWidget>(this->TextNoteWidgets);
   if (!note)
   {
     return false;
@@ -492,7 +489,7 @@ void zvImageViewerWidget::DragBy(int X, int Y, double previous[3], double curren
     {
       this->WindowLevel(X, Y);
       this->EventCallbackCommand->SetAbortFlag(1);
-      this->TellWindowLevel(vtkCommand::WindowLevelEvent);
+      this->TellDrag(vtkCommand::WindowLevelEvent);
     }
     return;
   }
@@ -519,46 +516,136 @@ void zvImageViewerWidget::DragBy(int X, int Y, double previous[3], double curren
 }
 
 //------------------------------------------------------------------------------
-void zvImageViewerWidget::StartWindowLevel()
+// Deliberate: the three actions below are those of the stock class, but go on safely after an
+// observer has taken interactor or renderer away, which the stock ones do not survive.
+
+// The place of a press in the view; a press that is not in it leaves the view outside.
+bool zvImageViewerWidget::FindPress(int& X, int& Y)
 {
   if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
   {
     this->State = Outside;
-    return;
+    return false;
   }
-  const int X = this->Interactor->GetEventPosition()[0];
-  const int Y = this->Interactor->GetEventPosition()[1];
+  X = this->Interactor->GetEventPosition()[0];
+  Y = this->Interactor->GetEventPosition()[1];
+  return true;
+}
+
+// Grab the slice for a drag if it is under the mouse; a press beside it leaves the view outside.
+bool zvImageViewerWidget::GrabSlice(int X, int Y, int state)
+{
   const bool isOnPlane =
     zvPick::Hits(this->PlanePicker, X, Y, this->CurrentRenderer, this->TexturePlaneActor);
-  this->InitialWindow = this->CurrentWindow;
-  this->InitialLevel = this->CurrentLevel;
-  if (!isOnPlane)
+  this->State = isOnPlane ? state : Outside;
+  this->HighlightPlane(isOnPlane);
+  return isOnPlane;
+}
+
+bool zvImageViewerWidget::LetGoOfSlice()
+{
+  if (this->IsIdle())
   {
-    this->State = Outside;
-    this->HighlightPlane(0);
+    return false;
+  }
+  this->State = Start;
+  this->HighlightPlane(0);
+  return true;
+}
+
+void zvImageViewerWidget::StartCursor()
+{
+  int X, Y;
+  if (!this->FindPress(X, Y))
+  {
     return;
   }
-  this->State = WindowLevelling;
-  this->HighlightPlane(1);
-  this->StartWindowLevelPositionX = X;
-  this->StartWindowLevelPositionY = Y;
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->SetInteracting(true);
-  this->TellWindowLevel(vtkCommand::StartWindowLevelEvent);
-  zvViewLookup::Render(this->Interactor);
+  const bool isGrabbed = this->GrabSlice(X, Y, Cursoring);
+  this->ActivateCursor(isGrabbed);
+  this->ActivateText(isGrabbed);
+  if (isGrabbed)
+  {
+    this->vtkImagePlaneWidget::UpdateCursor(X, Y);
+    this->ManageTextDisplay();
+    this->TellDragStart(vtkCommand::StartInteractionEvent);
+  }
+}
+
+void zvImageViewerWidget::StopCursor()
+{
+  if (this->LetGoOfSlice())
+  {
+    this->ActivateCursor(0);
+    this->ActivateText(0);
+    this->TellDragEnd(vtkCommand::EndInteractionEvent);
+  }
+}
+
+void zvImageViewerWidget::StartSliceMotion()
+{
+  int X, Y;
+  if (!this->FindPress(X, Y))
+  {
+    return;
+  }
+  const bool isGrabbed = this->GrabSlice(X, Y, Pushing);
+  this->ActivateMargins(isGrabbed);
+  if (isGrabbed)
+  {
+    this->AdjustState();
+    this->UpdateMargins();
+    this->TellDragStart(vtkCommand::StartInteractionEvent);
+  }
+}
+
+void zvImageViewerWidget::StopSliceMotion()
+{
+  if (this->LetGoOfSlice())
+  {
+    this->ActivateMargins(0);
+    this->TellDragEnd(vtkCommand::EndInteractionEvent);
+  }
+}
+
+void zvImageViewerWidget::StartWindowLevel()
+{
+  int X, Y;
+  if (!this->FindPress(X, Y))
+  {
+    return;
+  }
+  const bool isGrabbed = this->GrabSlice(X, Y, WindowLevelling);
+  this->InitialWindow = this->CurrentWindow;
+  this->InitialLevel = this->CurrentLevel;
+  if (isGrabbed)
+  {
+    this->StartWindowLevelPositionX = X;
+    this->StartWindowLevelPositionY = Y;
+    this->TellDragStart(vtkCommand::StartWindowLevelEvent);
+  }
 }
 
 void zvImageViewerWidget::StopWindowLevel()
 {
-  if (this->State == Start || this->State == Outside)
+  if (this->LetGoOfSlice())
   {
-    return;
+    this->TellDragEnd(vtkCommand::EndWindowLevelEvent);
   }
-  this->State = Start;
-  this->HighlightPlane(0);
+}
+
+void zvImageViewerWidget::TellDragStart(unsigned long event)
+{
+  this->EventCallbackCommand->SetAbortFlag(1);
+  this->SetInteracting(true);
+  this->TellDrag(event);
+  zvViewLookup::Render(this->Interactor);
+}
+
+void zvImageViewerWidget::TellDragEnd(unsigned long event)
+{
   this->EventCallbackCommand->SetAbortFlag(1);
   this->SetInteracting(false);
-  this->TellWindowLevel(vtkCommand::EndWindowLevelEvent);
+  this->TellDrag(event);
   zvViewLookup::Render(this->Interactor);
 }
 
@@ -579,10 +666,13 @@ void zvImageViewerWidget::SetInteracting(bool on)
   }
 }
 
-void zvImageViewerWidget::TellWindowLevel(unsigned long event)
+// The events of window and level carry both.
+void zvImageViewerWidget::TellDrag(unsigned long event)
 {
   double windowLevel[2] = { this->CurrentWindow, this->CurrentLevel };
-  this->InvokeEvent(event, windowLevel);
+  const bool isOfInteraction =
+    event == vtkCommand::StartInteractionEvent || event == vtkCommand::EndInteractionEvent;
+  this->InvokeEvent(event, isOfInteraction ? nullptr : windowLevel);
 }
 
 //------------------------------------------------------------------------------
@@ -612,6 +702,10 @@ void zvImageViewerWidget::PickPlanePoint(int X, int Y)
 // One millimetre toward the viewer, so that a tool is drawn in front of the slice.
 void zvImageViewerWidget::LiftPointClicked()
 {
+  if (!this->CurrentRenderer)
+  {
+    return; // an observer of the pick has taken it away
+  }
   double direction[3];
   this->CurrentRenderer->GetActiveCamera()->GetDirectionOfProjection(direction);
   vtkMath::Subtract(this->PointClicked, direction, this->PointClicked);

@@ -4,7 +4,9 @@
 
 #include "zvAreaWidget.h"
 #include "zvCollections.h"
+#include "zvEvents.h"
 #include "zvLassoWidget.h"
+#include "zvNumbers.h"
 #include "zvRulerWidget.h"
 #include "zvTextNoteWidget.h"
 #include "zvViewLookup.h"
@@ -25,6 +27,16 @@ Tool* AddTool(vtkCollection* tools)
   Tool* tool = Tool::New();
   tools->AddItem(tool);
   return tool;
+}
+
+// Taken off another view a tool renders there, where an observer may release it.
+void Attach(vtkInteractorObserver* tool, vtkRenderWindowInteractor* interactor)
+{
+  const vtkSmartPointer<vtkInteractorObserver> hold = tool;
+  if (tool)
+  {
+    tool->SetInteractor(interactor);
+  }
 }
 }
 
@@ -62,7 +74,8 @@ void zvImageViewerWidget::AddTextNoteWidget(const char* text, int plane, double*
     this->CurrentTextNoteWidget->SetText(text, color, size);
     return;
   }
-  zvTextNoteWidget* note = AddTool<zvTextNoteWidget>(this->TextNoteWidgets);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
+  const vtkSmartPointer<zvTextNoteWidget> note = AddTool<zvTextNoteWidget>(this->TextNoteWidgets);
   this->CurrentTextNoteWidget = note;
   note->SetText(text, color, size);
   note->SetPlane(plane);
@@ -77,20 +90,18 @@ void zvImageViewerWidget::AddTextNoteWidget(const char* text, int plane, double*
 void zvImageViewerWidget::EnableRulerWidget()
 {
   this->LockLassos();
-  if (this->CurrentRulerWidget)
+  const vtkSmartPointer<vtkRenderWindowInteractor> interactor = this->Interactor;
+  if (const vtkSmartPointer<zvRulerWidget> ruler = this->CurrentRulerWidget.Get())
   {
-    this->CurrentRulerWidget->SetInteractor(this->Interactor);
-    this->CurrentRulerWidget->SetEnabled(1);
+    Attach(ruler, interactor);
+    ruler->SetEnabled(1);
   }
 }
 
 void zvImageViewerWidget::EnableAreaWidget()
 {
-  if (this->CurrentAreaWidget)
-  {
-    this->CurrentAreaWidget->SetInteractor(this->Interactor);
-  }
   this->AddAreaMode = true;
+  Attach(this->CurrentAreaWidget, this->Interactor);
 }
 
 void zvImageViewerWidget::EnableLassoWidget(bool on)
@@ -100,11 +111,12 @@ void zvImageViewerWidget::EnableLassoWidget(bool on)
     vtkGenericWarningMacro("there is no current lasso");
     return;
   }
-  this->CurrentLassoWidget->SetInteractor(on ? this->Interactor : nullptr);
+  Attach(this->CurrentLassoWidget, on ? this->Interactor : nullptr);
 }
 
 void zvImageViewerWidget::DeleteWidget()
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   zvCollections::ReleaseAll(this->RulerWidgets);
   // Deliberate: a contour that is being drawn is enabled once more before it goes.
   if (this->CurrentAreaWidget && this->CurrentAreaWidget->GetInteractor())
@@ -145,8 +157,9 @@ double* zvImageViewerWidget::GetCurrentTextColor()
 
 int zvImageViewerWidget::GetCurrentTextSize()
 {
-  return this->CurrentTextNoteWidget ? static_cast<int>(this->CurrentTextNoteWidget->GetFontSize())
-                                     : 0;
+  return this->CurrentTextNoteWidget
+    ? zvNumbers::Truncate(this->CurrentTextNoteWidget->GetFontSize())
+    : 0;
 }
 
 void zvImageViewerWidget::DeleteCurrentTextNoteWidget()
@@ -157,14 +170,20 @@ void zvImageViewerWidget::DeleteCurrentTextNoteWidget()
     vtkGenericWarningMacro("there is no current text note");
     return;
   }
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   note->SetEnabled(0);
-  this->TextNoteWidgets->RemoveItem(note);
   this->CurrentTextNoteWidget = nullptr;
-  note->Delete();
+  // An observer may have deleted it already.
+  if (this->TextNoteWidgets->IsItemPresent(note))
+  {
+    this->TextNoteWidgets->RemoveItem(note);
+    note->Delete();
+  }
 }
 
 void zvImageViewerWidget::DeleteAllTextNoteWidgets()
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   for (const auto& note : zvCollections::ItemsOf<zvTextNoteWidget>(this->TextNoteWidgets))
   {
     note->SetEnabled(0);

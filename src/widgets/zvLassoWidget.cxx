@@ -155,7 +155,10 @@ void zvLassoWidget::SetEnabled(int enabling)
     this->HideCurve();
     this->CurrentHandle = nullptr;
     this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
-    this->SetCurrentRenderer(nullptr);
+    if (!this->Enabled) // an observer may have enabled it again
+    {
+      this->SetCurrentRenderer(nullptr);
+    }
     zvViewLookup::Render(this->Interactor);
   }
 }

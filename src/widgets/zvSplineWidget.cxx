@@ -124,7 +124,10 @@ void zvSplineWidget::SetEnabled(int enabling)
     this->RemoveObservers();
     this->HideCurve();
     this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
-    this->SetCurrentRenderer(nullptr);
+    if (!this->Enabled) // an observer may have enabled it again
+    {
+      this->SetCurrentRenderer(nullptr);
+    }
     zvViewLookup::Render(this->Interactor);
   }
 }

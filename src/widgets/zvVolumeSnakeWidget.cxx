@@ -582,7 +582,10 @@ void zvVolumeSnakeWidget::Hide()
   // Deliberate: line and handles stay in the view, hosts show the spline on.
   this->LeaveViews();
   this->InvokeEvent(vtkCommand::DisableEvent, nullptr);
-  this->SetCurrentRenderer(nullptr);
+  if (!this->Enabled) // an observer may have enabled it again
+  {
+    this->SetCurrentRenderer(nullptr);
+  }
   zvViewLookup::Render(this->Interactor);
 }
 

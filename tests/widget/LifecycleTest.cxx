@@ -20,7 +20,9 @@
 #include "zvTextNoteWidget.h"
 #include "zvVolumeSnakeWidget.h"
 
+#include "vtkCollection.h"
 #include "vtkImageData.h"
+#include "vtkInteractorObserver.h"
 #include "vtkPoints.h"
 
 #include <gtest/gtest.h>
@@ -28,6 +30,7 @@
 #include <memory>
 #include <optional>
 #include <type_traits>
+#include <utility>
 
 namespace
 {
@@ -75,6 +78,74 @@ struct Case<zvImageViewerWidget>
     widget->SetPlaneOrientation(2);
     widget->UpdatePlane();
     widget->SetEnabled(1);
+  }
+  static constexpr bool CanBeEnabled = true;
+};
+
+// A viewer with one tool of each kind, drawn by clicks as a user draws them.
+class ViewerFullOfTools : public zvImageViewerWidget
+{
+public:
+  static ViewerFullOfTools* New()
+  {
+    auto* viewer = new ViewerFullOfTools;
+    viewer->InitializeObjectBase();
+    return viewer;
+  }
+
+  void DrawTools(zvtest::Scene& scene)
+  {
+    zvtest::Mouse mouse(scene);
+    const auto click = [&mouse](double x, double y)
+    {
+      const zvtest::Display at = mouse.At({ { x, y, 4.0 } });
+      mouse.MoveTo(at);
+      mouse.Press(zvtest::Left, at);
+      mouse.Release(zvtest::Left, at);
+    };
+    this->AddRulerWidget(nullptr);
+    click(1.0, 1.0);
+    this->EnableRulerWidget();
+    this->CurrentRulerWidget->SetPoint1(3.0, 2.5, 5.0); // the middle of the window
+    this->CurrentRulerWidget->SetPoint2(5.0, 4.0, 5.0);
+    this->AddAreaWidget(nullptr);
+    const double corners[4][2] = { { 1, 4 }, { 2, 4 }, { 2, 3 }, { 1, 4 } };
+    for (const auto& corner : corners)
+    {
+      click(corner[0], corner[1]);
+    }
+    this->AddAreaMode = false;
+    this->SetAddLassoMode(true);
+    for (const auto& corner : corners)
+    {
+      click(corner[0] + 3.0, corner[1] - 2.5); // apart from the contour, and on the slice
+    }
+    this->SetAddLassoMode(false);
+    double color[3] = { 0.0, 1.0, 0.0 };
+    this->AddTextNoteWidget("note", 2, color, 0.5);
+    for (vtkCollection* tools : { this->RulerWidgets.Get(), this->AreaWidgets.Get(),
+           this->LassoWidgets.Get(), this->TextNoteWidgets.Get() })
+    {
+      ASSERT_EQ(tools->GetNumberOfItems(), 1);
+      auto* tool = vtkInteractorObserver::SafeDownCast(tools->GetItemAsObject(0));
+      EXPECT_EQ(tool->GetEnabled(), 1) << tool->GetClassName();
+    }
+  }
+};
+
+template <>
+struct Case<ViewerFullOfTools>
+{
+  static ViewerFullOfTools* Make() { return ViewerFullOfTools::New(); }
+  static void Show(ViewerFullOfTools* widget, zvtest::Scene& scene, vtkImageData* volume)
+  {
+    Case<zvImageViewerWidget>::Show(widget, scene, volume);
+    double bounds[6];
+    volume->GetBounds(bounds);
+    scene.LookAlong(2);
+    scene.ResetCamera(bounds); // tools stand before the slice, which alone has no depth
+    scene.Render();
+    widget->DrawTools(scene);
   }
   static constexpr bool CanBeEnabled = true;
 };
@@ -337,6 +408,13 @@ template <>
 constexpr const char* SaidWithoutRenderers<zv3DTreeWidget> =
   "set RendererX before enabling the widget...";
 
+// Whether one that an observer enables again while it is being disabled stays so: the stock class
+// behind a box leaves its renderer then in any case.
+template <typename Widget>
+constexpr int StaysEnabledAgain = 1;
+template <>
+constexpr int StaysEnabledAgain<zvBoxWidget> = 0;
+
 template <typename Widget>
 class Lifecycle : public zvtest::QuietTest
 {
@@ -422,7 +500,7 @@ protected:
 using Widgets = ::testing::Types<zvImagePlaneWidget, zvImage3DPlanes, zvImageViewerWidget,
   zvPointWidget, zvRulerWidget, zvSplineWidget, zvAreaWidget, zvLassoWidget, zvTextNoteWidget,
   zvSnakeWidget, zvVolumeSnakeWidget, zvNormalWidget, zv3DTreeWidget, zvSeedWidget, zv3DRulerWidget,
-  zvBoxWidget>;
+  zvBoxWidget, ViewerFullOfTools>;
 TYPED_TEST_SUITE(Lifecycle, Widgets, );
 }
 
@@ -477,6 +555,63 @@ TYPED_TEST(Lifecycle, ShowsAndHidesTwice)
   this->Made->SetEnabled(1);
   EXPECT_EQ(this->Made->GetEnabled(), 1);
   this->UseEverything();
+}
+
+// What it then shows goes when it is disabled once more, or deleted.
+TYPED_TEST(Lifecycle, EnabledAgainByAnObserverWhileItIsDisabled)
+{
+  if (!Case<TypeParam>::CanBeEnabled)
+  {
+    return;
+  }
+  this->Show();
+  {
+    bool isEnabledAgain = false;
+    zvtest::EventRecorder events;
+    events.Watch(this->Made, { vtkCommand::DisableEvent },
+      [this, &isEnabledAgain](const zvtest::RecordedEvent&)
+      {
+        if (!std::exchange(isEnabledAgain, true))
+        {
+          this->Made->SetEnabled(1);
+        }
+      });
+    this->Made->SetEnabled(0);
+    EXPECT_TRUE(isEnabledAgain);
+  }
+  EXPECT_EQ(this->Made->GetEnabled(), StaysEnabledAgain<TypeParam>);
+  this->UseEverything();
+  this->Delete();
+  this->DropParts();
+  EXPECT_EQ(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), 0);
+  this->ExpectNoMessage();
+}
+
+TYPED_TEST(Lifecycle, DeletedFromAnObserverOfARender)
+{
+  for (const int render : { 0, 1, 2 })
+  {
+    if (!this->Made)
+    {
+      this->Made = Case<TypeParam>::Make();
+    }
+    this->Show();
+    int left = render;
+    zvtest::EventRecorder events;
+    events.Watch(this->View->Interactor(), { vtkCommand::RenderEvent },
+      [this, &left](const zvtest::RecordedEvent&)
+      {
+        if (this->Made && left-- == 0)
+        {
+          this->Delete();
+        }
+      });
+    this->UseEverything();
+    EXPECT_EQ(this->Made, nullptr) << "deleted at render " << render;
+    this->DropParts();
+    EXPECT_EQ(this->View->Renderer()->GetViewProps()->GetNumberOfItems(), 0);
+  }
+  this->ExpectNoMessage();
 }
 
 TYPED_TEST(Lifecycle, DeletedInMidDrag)

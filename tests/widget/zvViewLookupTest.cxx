@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 
 namespace
 {
@@ -162,4 +163,38 @@ TEST_F(ViewLookup, APropThatOnlyItsViewHoldsCanBeTakenOut)
   ASSERT_NE(actor, nullptr);
   zvViewLookup::TakeOut(actor);
   EXPECT_EQ(actor, nullptr);
+}
+
+// The toolkit forgets a removal in a render in the middle of an event, and then goes on with an
+// observer that is gone.
+TEST_F(ViewLookup, AnObserverOfTheRenderMayRemoveThoseThatTheEventHasStillToComeTo)
+{
+  vtkRenderWindowInteractor* interactor = this->Scene.Interactor();
+  zvtest::EventRecorder rendering;
+  zvtest::EventRecorder staying;
+  auto going = std::make_unique<zvtest::EventRecorder>();
+  rendering.Watch(
+    interactor, { vtkCommand::MouseMoveEvent },
+    [&](const zvtest::RecordedEvent&) { zvViewLookup::Render(interactor); }, 2.0f);
+  going->Watch(interactor, { vtkCommand::MouseMoveEvent }, 1.0f);
+  staying.Watch(interactor, { vtkCommand::MouseMoveEvent }, 0.5f);
+  zvtest::EventRecorder renders;
+  renders.Watch(
+    interactor, { vtkCommand::RenderEvent }, [&](const zvtest::RecordedEvent&) { going.reset(); });
+  interactor->InvokeEvent(vtkCommand::MouseMoveEvent);
+  EXPECT_EQ(renders.Events().size(), 1u);
+  EXPECT_EQ(rendering.Events().size(), 1u);
+  EXPECT_EQ(staying.Events().size(), 1u) << "each observer sees the event once";
+}
+
+TEST_F(ViewLookup, AnObserverOfTheRenderMayReleaseTheInteractor)
+{
+  auto interactor = vtkSmartPointer<vtkRenderWindowInteractor>::New();
+  zvtest::EventRecorder renders;
+  vtkRenderWindowInteractor* raw = interactor;
+  renders.Watch(
+    raw, { vtkCommand::RenderEvent }, [&](const zvtest::RecordedEvent&) { interactor = nullptr; });
+  zvViewLookup::Render(raw);
+  EXPECT_EQ(renders.Events().size(), 1u);
+  EXPECT_EQ(interactor, nullptr);
 }

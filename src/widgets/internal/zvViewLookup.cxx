@@ -1,5 +1,6 @@
 #include "zvViewLookup.h"
 
+#include "vtkCommand.h"
 #include "vtkInteractorObserver.h"
 #include "vtkMath.h"
 #include "vtkProp.h"
@@ -37,9 +38,18 @@ bool zvViewLookup::HasPointer(vtkRenderer* renderer, vtkRenderWindowInteractor* 
 
 void zvViewLookup::Render(vtkRenderWindowInteractor* interactor)
 {
-  if (interactor)
+  if (!interactor)
   {
-    interactor->Render();
+    return;
+  }
+  const vtkSmartPointer<vtkRenderWindowInteractor> hold = interactor;
+  const bool isObserved = interactor->HasObserver(vtkCommand::RenderEvent) != 0;
+  interactor->Render();
+  if (isObserved)
+  {
+    // An event within an event: when it ends, the toolkit forgets that observers were removed in
+    // it, and goes on with one that is gone. Removing one that is not there reminds it.
+    interactor->RemoveObserver(0UL);
   }
 }
 

@@ -19,7 +19,9 @@ bool IsShown(vtkRenderer* renderer);
 /// renderer has no window.
 bool HasPointer(vtkRenderer* renderer, vtkRenderWindowInteractor* interactor);
 
-/// Render the interactor's window; nothing without an interactor.
+/// Render the interactor's window; nothing without an interactor. In the middle of an event, too:
+/// an observer of the render may remove those that the event has still to come to, or release the
+/// interactor.
 void Render(vtkRenderWindowInteractor* interactor);
 
 /// The distance in world millimetres of the lower left and the upper right corner of the renderer's
