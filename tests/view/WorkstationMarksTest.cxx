@@ -419,7 +419,8 @@ TEST_F(WorkstationMarks, WithShiftTheMiddleButtonMovesThePictureOnAMarkToo)
 TEST_F(WorkstationMarks, StayInOrderThroughRandomUse)
 {
   zvtest::Dice dice(5);
-  const auto actions = this->Tools()->GetActions();
+  // Those of the slices; the others have tests of their own.
+  const char* const tools[] = { "cross", "ruler", "area", "lasso", "note", "paint", "fill" };
   for (int round = 0; round < 150; ++round)
   {
     const int axis = dice.Int(0, 2);
@@ -429,9 +430,7 @@ TEST_F(WorkstationMarks, StayInOrderThroughRandomUse)
     switch (dice.Int(0, 9))
     {
       case 0:
-        this->Tools()->Choose(
-          actions[static_cast<std::size_t>(dice.Int(0, static_cast<int>(actions.size()) - 1))]
-            ->objectName());
+        this->Tools()->Choose(tools[dice.Int(0, 6)]);
         break;
       case 1:
         hand.Turn(dice.Int(-2, 2), from);
@@ -474,7 +473,14 @@ TEST_F(WorkstationMarks, StayInOrderThroughRandomUse)
     {
       marks += this->Marks(view)->GetCount();
     }
-    ASSERT_EQ(this->Rows(), marks) << round;
+    // The markers of all views are listed, too, without the name of one.
+    int rows = 0;
+    for (int row = 0; row < this->Rows(); ++row)
+    {
+      const QModelIndex view = this->List()->index(row, zvMeasurementList::ViewColumn);
+      rows += this->List()->data(view, Qt::DisplayRole).toString().isEmpty() ? 0 : 1;
+    }
+    ASSERT_EQ(rows, marks) << round;
   }
   this->List()->RemoveAll();
   EXPECT_EQ(this->Rows(), 0);

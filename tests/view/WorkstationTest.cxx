@@ -1,4 +1,5 @@
 #include "zvArguments.h"
+#include "zvContourStations.h"
 #include "zvImage3DPlanes.h"
 #include "zvLoadBar.h"
 #include "zvMainWindow.h"
@@ -674,8 +675,12 @@ TEST_F(WorkstationProgram, ATourWritesADifferentPictureOfEveryStation)
     prefixes += "mri";
   }
   // Only the example has a mask.
-  const QStringList stations = { "at-rest", "slice-dragged", "voxel-read", "window-level",
-    "oblique", "cross-dragged", "line-turned", "mask", "markers", "normal-and-box", "filled" };
+  QStringList stations = { "at-rest", "slice-dragged", "voxel-read", "window-level", "oblique",
+    "cross-dragged", "line-turned", "mask", "markers", "normal-and-box", "filled" };
+  for (const zvContourStations::Station& station : zvContourStations::GetAll())
+  {
+    stations += station.Name;
+  }
   EXPECT_EQ(QDir(folder).entryList({ "*.png" }).size(), prefixes.size() * stations.size() - 1);
   std::vector<QImage> pictures;
   for (const QString& prefix : prefixes)
