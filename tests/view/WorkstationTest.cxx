@@ -617,7 +617,7 @@ Ending RunProgram(const QStringList& arguments, bool withDisplay = true)
   process.setProcessEnvironment(environment);
   process.start(QCoreApplication::applicationDirPath() + "/zv-workstation", arguments);
   Ending ending;
-  if (process.waitForFinished(5 * Patience) && process.exitStatus() == QProcess::NormalExit)
+  if (process.waitForFinished(25 * Patience) && process.exitStatus() == QProcess::NormalExit)
   {
     ending.Status = process.exitCode();
   }
