@@ -287,6 +287,31 @@ TEST_F(SliceColorMap, ASeriesOfSlicesAndTablesHasTheStockBytes)
   }
 }
 
+TEST_F(SliceColorMap, AnImageWithoutVoxelsHasNoColours)
+{
+  for (const int type : { VTK_SHORT, VTK_UNSIGNED_CHAR })
+  {
+    ColorCase colors;
+    colors.Image->SetExtent(0, -1, 0, -1, 0, 0);
+    colors.Image->AllocateScalars(type, 1);
+    vtkNew<zvSliceColorMap> map;
+    colors.ApplyTo(map);
+    map->Update();
+    EXPECT_EQ(map->GetOutput()->GetNumberOfPoints(), 0);
+    // What it did not list does not stand for the colours of the next image.
+    colors.Image->SetExtent(0, 9, 0, 9, 0, 0);
+    colors.Image->AllocateScalars(type, 1);
+    Dice dice(4);
+    type == VTK_SHORT ? FillScalars<short>(colors.Image, 0, 9, dice)
+                      : FillScalars<unsigned char>(colors.Image, 0, 9, dice);
+    vtkNew<vtkImageMapToColors> stock;
+    colors.ApplyTo(stock);
+    stock->Update();
+    map->Update();
+    EXPECT_TRUE(HaveSameBytes(stock->GetOutput(), map->GetOutput()));
+  }
+}
+
 TEST_F(SliceColorMap, WithoutATableBytesArePassedOn)
 {
   ColorCase colors;

@@ -95,6 +95,11 @@ template <typename T>
 bool zvSliceColorMap::ListColorsOf(vtkImageData* input)
 {
   const vtkIdType count = input->GetNumberOfPoints();
+  if (count == 0)
+  {
+    // The range of no value is the wrong way round: no list has its length.
+    return false;
+  }
   const auto range = FindRange(static_cast<const T*>(input->GetScalarPointer()), count);
   int low = range.first;
   int high = range.second;
