@@ -601,6 +601,24 @@ TEST_F(ContourWalk, GoesOnWithAContourThatWasChanged)
   EXPECT_EQ(this->Walk.GetStack().GetCount(), 1);
 }
 
+TEST_F(ContourWalk, GoesOnCountingWithAContourThatWasLeftAlone)
+{
+  this->IsWhole = false;
+  this->Begin(2);
+  for (int step = 0; step < 12; ++step)
+  {
+    this->Walk.Step();
+  }
+  const int count = this->Walk.GetStepCount();
+  this->Parameters.Contour.Balloon = -1.0;
+  const double area = zvContourMath::GetArea(this->Walk.GetContour());
+  this->Walk.Resume(this->Walk.GetContour(), this->Parameters);
+  EXPECT_EQ(this->Walk.GetStepCount(), count);
+  ASSERT_EQ(this->Walk.Step(), Event::Moved);
+  EXPECT_EQ(this->Walk.GetStepCount(), count + 1);
+  EXPECT_LT(zvContourMath::GetArea(this->Walk.GetContour()), area); // the new parameters act
+}
+
 TEST_F(ContourWalk, IsForgottenInTheMiddleOfItsWay)
 {
   this->Walk.SetInBackground(true);

@@ -369,6 +369,7 @@ TEST_F(WorkstationContourViews, AStepIsOneStep)
     const zvContour after = this->ContourOf(2);
     EXPECT_GT(zvContourMath::GetArea(after), zvContourMath::GetArea(before));
     EXPECT_LT(zvContourMath::GetMeanDistance(after, before), 1.001 * length);
+    EXPECT_EQ(this->Tool()->GetStepCount(), step);
     before = after;
   }
   EXPECT_EQ(this->EndCount, 0);
@@ -434,6 +435,24 @@ TEST_F(WorkstationContourViews, WhileItRunsTheMouseDoesNotMoveIt)
   EXPECT_EQ(this->ContourOf(2), before);
   ASSERT_TRUE(this->RunToEnd());
   EXPECT_LT(this->GetDeviation(2), 0.04);
+}
+
+TEST_F(WorkstationContourViews, WhileItRunsARingInAnotherViewIsKept)
+{
+  this->PlaceRing(2);
+  this->Panel()->GetStartButton()->click();
+  this->PlaceRing(1);
+  ASSERT_TRUE(this->Tool()->IsRunning());
+  EXPECT_EQ(this->Tool()->GetAxis(), 2);
+  const zvContour ring = this->ContourOf(1);
+  ASSERT_EQ(ring.size(), 100U);
+  ASSERT_TRUE(WaitFor([this] { return this->EndCount == 1; }));
+  EXPECT_LT(this->GetDeviation(2), 0.04);
+  const int slice = this->SliceOf(1);
+  this->Window.GetViews()->GoTo(1, slice + 4);
+  EXPECT_TRUE(this->ContourOf(1).empty());
+  this->Window.GetViews()->GoTo(1, slice);
+  EXPECT_LT(zvContourMath::GetMeanDistance(this->ContourOf(1), ring), 1e-3);
 }
 
 TEST_F(WorkstationContourViews, ResetTakesBackTheLastStart)
@@ -678,6 +697,9 @@ TEST_F(WorkstationContourViews, InTurnedPlanesThereIsNoContour)
   this->Window.GetViews()->Straighten();
   EXPECT_TRUE(this->Contour(2)->IsVisible());
   EXPECT_FALSE(this->ContourOf(2).empty());
+  const zvContour back = this->ContourOf(2);
+  this->Hand(2).Drag(Qt::LeftButton, this->Seen(2), this->Seen(2) + QPoint(12, 0));
+  EXPECT_NE(this->ContourOf(2), back);
   ASSERT_TRUE(this->RunToEnd());
   EXPECT_LT(this->GetDeviation(2), 0.04);
 }

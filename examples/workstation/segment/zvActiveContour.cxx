@@ -37,6 +37,18 @@ zvContour Scale(const zvContour& contour, double factor)
 }
 }
 
+void zvActiveContour::SetParameters(const zvContourParameters& parameters)
+{
+  this->Parameters = parameters;
+  this->MakeSmoother();
+}
+
+void zvActiveContour::MakeSmoother()
+{
+  this->Smoother = zvContourSmoother(
+    this->Contour.size(), this->Parameters.Elasticity, this->Parameters.Stiffness);
+}
+
 zvActiveContour::State zvActiveContour::End(State state, const std::string& message)
 {
   this->Now = state;
@@ -88,8 +100,7 @@ zvActiveContour::State zvActiveContour::Take(const zvContour& contour)
   this->Contour = zvContourMath::Resample(clean, contour.size());
   this->Start = this->Marker = this->Contour;
   this->StepCount = 0;
-  this->Smoother =
-    zvContourSmoother(contour.size(), this->Parameters.Elasticity, this->Parameters.Stiffness);
+  this->MakeSmoother();
   return this->End(State::Moving, "");
 }
 

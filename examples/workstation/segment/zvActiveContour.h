@@ -58,7 +58,8 @@ public:
     Refused,  // the contour or the slice is no good, and nothing has been moved
   };
 
-  void SetParameters(const zvContourParameters& parameters) { this->Parameters = parameters; }
+  /// Those of the forces are for whoever makes these; all others act from the next step on.
+  void SetParameters(const zvContourParameters& parameters);
   const zvContourParameters& GetParameters() const { return this->Parameters; }
 
   /// Begin in a slice, with a contour of any sense of rotation.
@@ -84,6 +85,7 @@ public:
 private:
   State End(State state, const std::string& message);
   void MeasureTissue();
+  void MakeSmoother();
   double GetLeastArea() const;
   zvContour MoveAlongNormals() const;
   double GetPush(const zvContourPoint& point, const zvContourPoint& normal) const;

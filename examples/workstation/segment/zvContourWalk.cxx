@@ -55,12 +55,15 @@ void zvContourWalk::Resume(const zvContour& contour, const zvWalkParameters& par
 {
   this->Parameters.Contour = parameters.Contour;
   this->Parameters.MostGrowth = parameters.MostGrowth;
-  this->Contour = contour;
   if (this->HasEntered)
   {
     this->Active.SetParameters(parameters.Contour);
-    this->Active.Take(contour);
+    if (contour != this->Contour)
+    {
+      this->Active.Take(contour);
+    }
   }
+  this->Contour = contour;
 }
 
 void zvContourWalk::Prepare(int slice)

@@ -58,8 +58,9 @@ public:
   void Begin(vtkImageData* volume, const zvContourPlane& start, const zvContour& contour,
     const zvWalkParameters& parameters);
 
-  /// Go on with the present slice's contour as it was changed meanwhile, and with other parameters.
-  /// Edges are sought by them from the next slice on.
+  /// Go on with the present slice's contour as it is or was changed meanwhile, which begins the
+  /// count of steps anew, and with other parameters. Edges are sought by them from the next slice
+  /// on.
   void Resume(const zvContour& contour, const zvWalkParameters& parameters);
 
   /// Forget everything.

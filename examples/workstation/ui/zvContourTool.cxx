@@ -233,6 +233,7 @@ void zvContourTool::FollowSlice(int axis)
       this->Panel->ShowMessage(tr("Paused, since the planes have been turned."));
     }
     contour->SetVisible(false);
+    contour->SetInHand(this->IsActive);
     return;
   }
   const int slice = this->GetSlice(axis);
@@ -253,16 +254,18 @@ void zvContourTool::FollowSlice(int axis)
   contour->SetVisible(this->IsActive || isThere);
 }
 
+// In another view than the one that the contour moves in this may be at any time.
 void zvContourTool::TakeChange(int axis)
 {
   this->WorkIn(axis);
-  const zvContourView& contour = this->GetContour();
-  const int slice = contour.GetPlane().GetSlice();
-  this->ShownHere().Set(slice, contour.ReadContour());
+  const zvContour contour = this->GetContourView(axis)->ReadContour();
+  const int slice = this->GetContourView(axis)->GetPlane().GetSlice();
+  const auto at = static_cast<std::size_t>(axis);
+  this->Shown[at].Set(slice, contour);
   // One that was at rest is now where the user wants it.
-  if (this->KeptHere().Find(slice) != nullptr)
+  if (this->Kept[at].Find(slice) != nullptr)
   {
-    this->KeptHere().Set(slice, contour.ReadContour());
+    this->Kept[at].Set(slice, contour);
   }
   this->ShowState();
 }

@@ -5,6 +5,7 @@
 #include "zvImageViewerWidget.h"
 #include "zvMainWindow.h"
 #include "zvMarkerTour.h"
+#include "zvMeasurementList.h"
 #include "zvToolSet.h"
 #include "zvTurnPanel.h"
 #include "zvViewGrid.h"
@@ -144,6 +145,7 @@ bool zvTour::VisitContour(const QString& prefix)
 {
   this->Tidy();
   this->Window.GetEditBar()->GetMaskAction()->setChecked(false);
+  this->Window.GetMeasurements()->RemoveAll();
   for (const zvContourStations::Station& station : zvContourStations::GetAll())
   {
     station.Visit(this->Window);
