@@ -56,6 +56,7 @@ QLabel* MakeText()
   auto* label = new QLabel;
   label->setTextFormat(Qt::RichText);
   label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  label->setWordWrap(true);
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
   return label;
 }
@@ -70,14 +71,14 @@ zvHelpOverlay::zvHelpOverlay(QWidget* window, const QMenuBar* menus)
   this->setObjectName("help");
   this->setFocusPolicy(Qt::StrongFocus);
   auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(2 * Margin, 2 * Margin, 2 * Margin, 2 * Margin);
+  layout->setContentsMargins(2 * Margin, 2 * Margin, Margin, Margin);
   layout->setSpacing(Margin);
-  layout->addWidget(this->Mouse);
-  for (QLabel* keys : this->Keys)
+  layout->addWidget(this->Mouse, 5);
+  // The tools, whose lines are long, are in the last column.
+  for (std::size_t i = 0; i < Columns; ++i)
   {
-    layout->addWidget(keys);
+    layout->addWidget(this->Keys[i], i + 1 < Columns ? 3 : 6);
   }
-  layout->addStretch(1);
   window->installEventFilter(this);
   this->hide();
 }

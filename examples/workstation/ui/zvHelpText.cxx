@@ -81,8 +81,8 @@ QString zvHelpText::Mouse()
   return text +
     QString("<p style='color:#aeb6c2'>%1</p>")
       .arg(Translate("Axial slices are seen from the feet, coronal ones from the front: the "
-                     "patient's right is on the left.<br>Sagittal slices are seen from the "
-                     "patient's left. Voxels count from the patient's right, front<br>and feet. R, "
+                     "patient's right is on the left. Sagittal slices are seen from the "
+                     "patient's left. Voxels count from the patient's right, front and feet. R, "
                      "L, A, P, I and S are the right, left, front, back, lower and upper side."));
 }
 

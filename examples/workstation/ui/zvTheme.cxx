@@ -36,6 +36,8 @@ constexpr const char* Sheet =
   "QGroupBox::title { subcontrol-origin:margin; left:10px; padding:0 4px; color:#aeb6c2; }"
   "QGroupBox * { font-weight:400; }"
   "QStatusBar::item { border:none; }"
+  "QTableView::indicator { width:11px; height:11px; border:1px solid #9aa1ad; border-radius:3px; }"
+  "QTableView::indicator:checked { background:#7aa7ff; }"
   "QToolButton::menu-indicator { image:none; }"
   "QToolBar { border:none; spacing:6px; padding:4px; }";
 }

@@ -5,6 +5,7 @@
 #include "zvImageViewerWidget.h"
 #include "zvMainWindow.h"
 #include "zvMarkerTour.h"
+#include "zvMeasureTour.h"
 #include "zvMeasurementList.h"
 #include "zvToolSet.h"
 #include "zvTurnPanel.h"
@@ -113,7 +114,9 @@ bool zvTour::VisitAll(const QString& prefix)
   const Station stations[] = { { "at-rest", nullptr }, { "slice-dragged", &zvTour::DragSlice },
     { "voxel-read", &zvTour::ReadVoxel }, { "window-level", &zvTour::DragWindowLevel },
     { "oblique", &zvTour::TurnPlanes }, { "cross-dragged", &zvTour::DragCross },
-    { "line-turned", &zvTour::TurnLine }, { "mask", &zvTour::ShowMask },
+    { "line-turned", &zvTour::TurnLine }, { "rulers", &zvTour::DrawRulers },
+    { "contours", &zvTour::DrawContours }, { "notes", &zvTour::WriteNotes },
+    { "list", &zvTour::UseList }, { "help", &zvTour::ShowHelp }, { "mask", &zvTour::ShowMask },
     { "markers", &zvTour::PlaceMarkers }, { "normal-and-box", &zvTour::PlaceNormalAndBox },
     { "filled", &zvTour::PaintAndFill } };
   const bool hasMask = this->Window.GetEditBar()->GetMaskAction()->isEnabled();
@@ -203,9 +206,36 @@ void zvTour::TurnPlanes()
   hand.Drag(Qt::MiddleButton, middle, middle + QPoint(60, 20), 6);
 }
 
+void zvTour::DrawRulers()
+{
+  this->Tidy();
+  zvMeasureTour::DrawRulers(this->Window);
+}
+
+void zvTour::DrawContours()
+{
+  zvMeasureTour::DrawContours(this->Window);
+}
+
+void zvTour::WriteNotes()
+{
+  zvMeasureTour::WriteNotes(this->Window);
+}
+
+void zvTour::UseList()
+{
+  zvMeasureTour::UseList(this->Window);
+}
+
+void zvTour::ShowHelp()
+{
+  zvMeasureTour::ShowHelp(this->Window);
+}
+
 // What the stations before have changed goes back, so that each shows one thing.
 void zvTour::Tidy()
 {
+  zvMeasureTour::Remove(this->Window);
   this->Window.GetTurnPanel()->ShowStraight();
   this->Window.GetViews()->ResetAll();
   QComboBox* presets = this->Window.GetWindowPanel()->GetPresetBox();

@@ -29,6 +29,11 @@ private:
   void ReadVoxel();
   void DragCross();
   void TurnLine();
+  void DrawRulers();
+  void DrawContours();
+  void WriteNotes();
+  void UseList();
+  void ShowHelp();
   void ShowMask();
   void PlaceMarkers();
   void PlaceNormalAndBox();
