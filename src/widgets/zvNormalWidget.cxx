@@ -287,12 +287,26 @@ void zvNormalWidget::SetViewerWidgetCurrent(zvImageViewerWidget* viewer)
       "set a viewer whose renderer is in a window with an interactor for ViewerWidgetCurrent...");
     return;
   }
-  // To be disabled by the change may bring an observer to release the widget or the renderer.
-  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
-  const vtkSmartPointer<vtkRenderer> renderer = viewer->GetCurrentRenderer();
   this->ViewerWidgetCurrent = viewer;
+  if (interactor != this->Interactor)
+  {
+    this->MoveTo(interactor);
+  }
+  this->SetCurrentRenderer(viewer->GetCurrentRenderer());
+}
+
+// A change of interactor disables a widget, which would hide it in all four views whenever the
+// mouse comes to another of them. For a way between its own viewers it must stay.
+void zvNormalWidget::MoveTo(vtkRenderWindowInteractor* interactor)
+{
+  const int wasEnabled = this->Enabled;
+  this->Enabled = 0;
   this->SetInteractor(interactor);
-  this->SetCurrentRenderer(renderer);
+  this->Enabled = wasEnabled;
+  if (this->Enabled && this->Interaction)
+  {
+    zvEvents::Observe(interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
+  }
 }
 
 zvImageViewerWidget* zvNormalWidget::GetViewerWidgetCurrent()

@@ -32,11 +32,12 @@ class zvViewerWidgetCallback;
 /// What a host sets: the three viewers (SetViewerWidgetX, SetViewerWidgetY, SetViewerWidgetZ) and
 /// the 3D view (SetRenderer3D), each viewer with its renderer. Then the widget works: it observes
 /// the viewers, not their interactors, and the viewer that tells an event becomes the current one,
-/// with its interactor and renderer. It needs not be enabled, for it shows itself as it is placed.
+/// with its interactor and renderer. It need not be enabled, for it shows itself as it is placed.
+/// To have it placed anew, make another.
 ///
-/// SetEnabled is for a host whose four views share one window: it hides and shows the parts at
-/// once, placed or not. An enabled widget that meets a viewer with another interactor is disabled,
-/// as by every change of interactor, and hidden.
+/// SetEnabled shows and hides the parts at once, placed or not. Going from viewer to viewer leaves
+/// an enabled widget enabled, also where each viewer has an interactor of its own; SetInteractor
+/// disables it as it does every widget.
 ///
 /// State          event of a viewer                next          tells observers
 /// any            press outside the viewport       Outside       -
@@ -132,7 +133,8 @@ public:
   void AddObserversToViewer(zvImageViewerWidget* viewer);
 
   ///@{
-  /// The viewer that told the last event. Setting it takes over its interactor and its renderer.
+  /// The viewer that told the last event. Setting it takes over its interactor and its renderer; an
+  /// enabled widget stays enabled. Invokes and renders nothing.
   /// Null, or a viewer that is not in a window with an interactor, is refused with the generic
   /// warning "set a viewer whose renderer is in a window with an interactor for
   /// ViewerWidgetCurrent...".
@@ -256,6 +258,7 @@ private:
   void Show();
   void Hide();
 
+  void MoveTo(vtkRenderWindowInteractor* interactor);
   void SetViewer(View view, zvImageViewerWidget* viewer);
   std::array<vtkRenderer*, 4> GetViews();
   bool WarnOfMissingView(const char* before);

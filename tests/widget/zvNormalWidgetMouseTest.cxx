@@ -150,12 +150,16 @@ TEST_F(NormalWidgetMouse, PointsMayBePlacedInDifferentViewers)
 TEST_F(NormalWidgetMouse, APressInAnyViewerMakesItCurrentAndDragsThere)
 {
   this->Place();
-  for (ViewerInWindow* view : { this->X.get(), this->Y.get(), this->Z.get() })
+  this->Normal->SetPoint1(12, 14, 30); // over the slice of each viewer
+  this->Normal->SetPoint2(30, 26, 24);
+  for (ViewerInWindow* view : { this->X.get(), this->Y.get(), this->Z.get(), this->X.get() })
   {
+    // Enabled or not is all the same.
+    this->Normal->SetEnabled(view == this->X.get() ? 1 : this->Normal->GetEnabled());
     const World first = this->Point1();
     const World second = this->Point2();
     const Display from = view->Mouse.At(first);
-    const Display to = Plus(from, 25, -20);
+    const Display to = Plus(from, 8, -6);
     view->Mouse.Press(zvtest::Left, from);
     EXPECT_EQ(this->Normal->GetViewerWidgetCurrent(), view->Viewer.Get());
     EXPECT_EQ(this->Normal->GetInteractor(), view->Scene.Interactor());

@@ -712,16 +712,44 @@ TEST_F(NormalWidget, AnObserverOfEnablingMayDisableItAtOnce)
   this->ExpectNothingShown();
 }
 
-TEST_F(NormalWidget, MeetingAnotherInteractorDisablesAnEnabledOneByDesign)
+TEST_F(NormalWidget, GoingToAnotherViewerLeavesItEnabledAndShown)
 {
-  this->Enable();
+  this->Normal->SetViewerWidgetCurrent(this->Z->Viewer);
+  this->Normal->Interaction = true;
+  this->Normal->SetEnabled(1);
   this->Watch();
+  this->WatchRenders();
   this->X->Mouse.MoveTo({ { 200, 200 } });
-  EXPECT_EQ(this->Normal->GetEnabled(), 0);
-  EXPECT_THAT(this->Told.Names(), ElementsAre("DisableEvent"));
+  EXPECT_EQ(this->Normal->GetEnabled(), 1);
   EXPECT_EQ(this->Normal->GetViewerWidgetCurrent(), this->X->Viewer.Get());
   EXPECT_EQ(this->Normal->GetInteractor(), this->X->Scene.Interactor());
   EXPECT_EQ(this->Normal->GetCurrentRenderer(), this->X->Scene.Renderer());
+  EXPECT_EQ(this->CountViewsWith(this->Normal->LineActor), 4);
+  EXPECT_THAT(this->Told.Events(), IsEmpty());
+  EXPECT_THAT(this->Renders.Events(), IsEmpty());
+  vtkCommand* command = this->Normal->EventCallbackCommand;
+  EXPECT_FALSE(this->Interactor()->HasObserver(vtkCommand::MouseMoveEvent, command));
+  EXPECT_TRUE(this->X->Scene.Interactor()->HasObserver(vtkCommand::MouseMoveEvent, command));
+}
+
+TEST_F(NormalWidget, GoingToAnotherViewerLeavesADisabledOneDisabled)
+{
+  this->Normal->SetViewerWidgetCurrent(this->Z->Viewer);
+  this->Normal->Interaction = true;
+  this->X->Mouse.MoveTo({ { 200, 200 } });
+  EXPECT_EQ(this->Normal->GetEnabled(), 0);
+  EXPECT_FALSE(this->X->Scene.Interactor()->HasObserver(
+    vtkCommand::MouseMoveEvent, this->Normal->EventCallbackCommand));
+}
+
+TEST_F(NormalWidget, AnotherInteractorFromTheHostDisablesIt)
+{
+  this->Enable();
+  this->Watch();
+  this->Normal->SetInteractor(this->X->Scene.Interactor());
+  EXPECT_EQ(this->Normal->GetEnabled(), 0);
+  EXPECT_THAT(this->Told.Names(), ElementsAre("DisableEvent"));
+  this->ExpectNothingShown();
 }
 
 //------------------------------------------------------------------------------
@@ -911,16 +939,6 @@ TEST_F(NormalWidget, MayBeReleasedFromAnyOfItsEvents)
     this->Normal->SetViewerWidgetZ(this->Z->Viewer);
     this->Normal->SetRenderer3D(this->Depth->Renderer());
   }
-}
-
-TEST_F(NormalWidget, MayBeReleasedWhenAChangeOfTheViewerDisablesIt)
-{
-  this->Enable();
-  vtkWeakPointer<OpenNormal> alive = this->Normal.Get();
-  this->Told.Watch(this->Normal, { vtkCommand::DisableEvent },
-    [this](const zvtest::RecordedEvent&) { this->Normal = nullptr; });
-  this->X->Mouse.MoveTo({ { 200, 200 } });
-  EXPECT_EQ(alive, nullptr);
 }
 
 TEST_F(NormalWidget, ViewersMayBeReleasedFromItsEvents)
