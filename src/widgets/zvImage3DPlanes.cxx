@@ -4,6 +4,7 @@
 #include "zvImageGrid.h"
 #include "zvImagePlaneWidget.h"
 #include "zvMessages.h"
+#include "zvViewLookup.h"
 
 #include "vtkAlgorithm.h"
 #include "vtkAlgorithmOutput.h"
@@ -135,8 +136,7 @@ bool zvImage3DPlanes::CanShowImage()
   }
   if (!zvImageGrid::HasIdentityDirection(this->Image))
   {
-    vtkErrorMacro("The image's direction matrix is not the identity, so the planes do not show it. "
-                  "Reorient it first: permute and flip its axes exactly, or resample it.");
+    vtkErrorMacro(<< zvImageGrid::DirectionText("image", "the planes do not show it"));
     return false;
   }
   return true;
@@ -182,6 +182,7 @@ void zvImage3DPlanes::GetExtent(int* extent)
 
 void zvImage3DPlanes::SetRender(vtkRenderer* renderer)
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (renderer != this->Renderer)
   {
     this->Enable3DPlanes(false);
@@ -229,10 +230,7 @@ void zvImage3DPlanes::RenderView()
 {
   vtkRenderWindowInteractor* interactor =
     this->RenderWindow ? this->RenderWindow->GetInteractor() : nullptr;
-  if (interactor)
-  {
-    interactor->Render();
-  }
+  zvViewLookup::Render(interactor);
 }
 
 void zvImage3DPlanes::InitializeRenderConfiguration()
@@ -363,6 +361,7 @@ void zvImage3DPlanes::ShowOutline(bool shown)
 
 void zvImage3DPlanes::Show()
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   const vtkSmartPointer<vtkRenderer> renderer = this->Renderer.Get();
   if (!this->Interactor || !renderer)
   {
@@ -378,17 +377,22 @@ void zvImage3DPlanes::Show()
     planes[i]->SetInteractor(this->Interactor);
     this->EnablePlane(planes[i], true);
   }
-  renderer->AddActor(this->OutlineActor);
+  this->AddOutline(renderer);
 }
 
 void zvImage3DPlanes::ResetPlanes()
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (!this->Created || !this->Image || !this->Renderer)
   {
     vtkGenericWarningMacro("create the planes before resetting them...");
     return;
   }
   this->InitializeRenderConfiguration();
+  if (!this->Image)
+  {
+    return; // an observer of the render has taken it away
+  }
   const auto planes = this->GetPlanes();
   for (std::size_t i = 0; i < planes.size(); ++i)
   {
@@ -398,6 +402,15 @@ void zvImage3DPlanes::ResetPlanes()
   for (std::size_t i = 0; i < planes.size(); ++i)
   {
     planes[i]->SetSliceIndex(this->Dimension[i] / 2 - 1);
+  }
+}
+
+// Unless an observer of what came before has moved the planes to another view.
+void zvImage3DPlanes::AddOutline(vtkRenderer* renderer)
+{
+  if (this->Renderer == renderer)
+  {
+    renderer->AddActor(this->OutlineActor);
   }
 }
 
@@ -415,6 +428,7 @@ void zvImage3DPlanes::EnablePlane(zvImagePlaneWidget* plane, bool on)
 
 void zvImage3DPlanes::Enable3DPlanes(bool on)
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   // Held, as the planes may be all that keeps it.
   const vtkSmartPointer<vtkRenderer> renderer = this->Renderer.Get();
   if (!renderer)
@@ -427,7 +441,7 @@ void zvImage3DPlanes::Enable3DPlanes(bool on)
   }
   if (on)
   {
-    renderer->AddActor(this->OutlineActor);
+    this->AddOutline(renderer);
   }
   else
   {
@@ -453,6 +467,7 @@ void zvImage3DPlanes::EnableZPlane(bool on)
 
 void zvImage3DPlanes::EnableOnePlane(zvImagePlaneWidget* plane, bool on)
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   const vtkSmartPointer<vtkRenderer> renderer = this->Renderer.Get();
   if (!renderer)
   {
@@ -461,7 +476,7 @@ void zvImage3DPlanes::EnableOnePlane(zvImagePlaneWidget* plane, bool on)
   this->EnablePlane(plane, on);
   // Again, so that it is drawn last.
   renderer->RemoveActor(this->OutlineActor);
-  renderer->AddActor(this->OutlineActor);
+  this->AddOutline(renderer);
   this->RenderView();
 }
 
@@ -485,6 +500,7 @@ void zvImage3DPlanes::UpdatePlaneZ()
 
 void zvImage3DPlanes::UpdatePlane(zvImagePlaneWidget* plane, bool shown)
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   double wl[2];
   plane->GetWindowLevel(wl);
   plane->SetInteractor(this->Interactor);
@@ -496,6 +512,7 @@ void zvImage3DPlanes::UpdatePlane(zvImagePlaneWidget* plane, bool shown)
 
 void zvImage3DPlanes::Update()
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   const bool shown = this->CanShowImage();
   const int slices[3] = { this->GetSliceX(), this->GetSliceY(), this->GetSliceZ() };
   for (zvImagePlaneWidget* plane : this->GetPlanes())
@@ -518,6 +535,7 @@ void zvImage3DPlanes::Update()
 
 void zvImage3DPlanes::SetWindowLevel(double window, double level)
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   for (zvImagePlaneWidget* plane : this->GetPlanes())
   {
     plane->SetWindowLevel(window, level, 0);

@@ -246,6 +246,7 @@ protected:
 private:
   std::array<zvImagePlaneWidget*, 3> GetPlanes();
   void CreatePlane(zvImagePlaneWidget* plane, const double color[3], int orientation);
+  void AddOutline(vtkRenderer* renderer);
   void EnablePlane(zvImagePlaneWidget* plane, bool on);
   void EnableOnePlane(zvImagePlaneWidget* plane, bool on);
   void GiveImage(zvImagePlaneWidget* plane, bool shown);

@@ -26,31 +26,12 @@ namespace
 {
 constexpr int Oblique = 3;
 
-// Planes of larger images are not enlarged before they turn, so that the slice stays affordable.
-constexpr int LargestEnlargedExtent = 999;
-
 // The points are told as well, as mappers look at nothing else.
 void TellPointsMoved(vtkPolyData* polyData)
 {
   polyData->GetPoints()->GetData()->Modified();
   polyData->GetPoints()->Modified();
   polyData->Modified();
-}
-
-zvReslicePlane::Corners GetCorners(zvPlaneSource* source)
-{
-  zvReslicePlane::Corners plane;
-  source->GetOrigin(plane.Origin);
-  source->GetPoint1(plane.Point1);
-  source->GetPoint2(plane.Point2);
-  return plane;
-}
-
-void SetCorners(zvPlaneSource* source, zvReslicePlane::Corners plane)
-{
-  source->SetOrigin(plane.Origin);
-  source->SetPoint1(plane.Point1);
-  source->SetPoint2(plane.Point2);
 }
 }
 
@@ -169,7 +150,7 @@ void zvImagePlaneWidget::GetVector2(double v2[3])
 void zvImagePlaneWidget::BuildRepresentation()
 {
   this->PlaneSource->Update();
-  const zvReslicePlane::Corners plane = GetCorners(this->PlaneSource);
+  const zvReslicePlane::Corners plane = zvReslicePlane::ReadCorners(this->PlaneSource.Get());
   double opposite[3];
   for (int i = 0; i < 3; ++i)
   {
@@ -186,8 +167,8 @@ void zvImagePlaneWidget::BuildRepresentation()
 
 void zvImagePlaneWidget::UpdateMargins()
 {
-  const auto lines =
-    zvPlaneMargins::Lines(GetCorners(this->PlaneSource), this->MarginSizeX, this->MarginSizeY);
+  const auto lines = zvPlaneMargins::Lines(
+    zvReslicePlane::ReadCorners(this->PlaneSource.Get()), this->MarginSizeX, this->MarginSizeY);
   for (std::size_t i = 0; i < lines.size(); ++i)
   {
     this->MarginPolyData->GetPoints()->SetPoint(static_cast<vtkIdType>(i), lines[i].data());
@@ -197,7 +178,7 @@ void zvImagePlaneWidget::UpdateMargins()
 
 void zvImagePlaneWidget::PlaceCursor(const double q[3])
 {
-  const zvReslicePlane::Corners plane = GetCorners(this->PlaneSource);
+  const zvReslicePlane::Corners plane = zvReslicePlane::ReadCorners(this->PlaneSource.Get());
   double vector1[3];
   double vector2[3];
   this->GetVector1(vector1);
@@ -241,7 +222,7 @@ void zvImagePlaneWidget::PlaceWidget(double bounds[6])
   }
   plane.Point1[first] = box[2 * first + 1];
   plane.Point2[second] = box[2 * second + 1];
-  SetCorners(this->PlaneSource, plane);
+  zvReslicePlane::WriteCorners(plane, this->PlaneSource.Get());
 
   const double lower[3] = { box[0], box[2], box[4] };
   const double upper[3] = { box[1], box[3], box[5] };
@@ -274,21 +255,14 @@ void zvImagePlaneWidget::SetPlaneOrientation(int i)
   const zvImageGrid::Grid grid = zvImageGrid::Read(this->Reslice);
   double starts[3];
   double stops[3];
-  for (int axis = 0; axis < 3; ++axis)
-  {
-    starts[axis] = grid.Origin[axis] + grid.Extent[2 * axis] * grid.Spacing[axis];
-    stops[axis] = grid.Origin[axis] + grid.Extent[2 * axis + 1] * grid.Spacing[axis];
-    if (grid.Spacing[axis] < 0.0)
-    {
-      std::swap(starts[axis], stops[axis]);
-    }
-  }
+  zvImageGrid::Span(grid, starts, stops);
   this->CutPlane->SetOrigin(this->ImageData->GetCenter());
   const int normal = zvReslicePlane::NormalAxis(i);
   const int first = zvReslicePlane::FirstAxis(normal);
   const int second = zvReslicePlane::SecondAxis(normal);
   const double farBound = this->ImageData->GetBounds()[2 * normal + 1];
-  SetCorners(this->PlaneSource, zvReslicePlane::Across(normal, starts, stops, farBound));
+  zvReslicePlane::WriteCorners(
+    zvReslicePlane::Across(normal, starts, stops, farBound), this->PlaneSource.Get());
   this->CutPlane->SetNormal(normal == 0, normal == 1, normal == 2);
   this->Dimensions[0] = zvImageGrid::StepsAlong(grid.Extent, first);
   this->Dimensions[1] = zvImageGrid::StepsAlong(grid.Extent, second);
@@ -313,8 +287,10 @@ void zvImagePlaneWidget::SetDimensions(int x, int y)
     steps[0] = spacing[zvReslicePlane::FirstAxis(this->SliceAxis)];
     steps[1] = spacing[zvReslicePlane::SecondAxis(this->SliceAxis)];
   }
-  SetCorners(this->PlaneSource,
-    zvReslicePlane::Resized(GetCorners(this->PlaneSource), this->Dimensions, to, steps));
+  zvReslicePlane::WriteCorners(
+    zvReslicePlane::Resized(
+      zvReslicePlane::ReadCorners(this->PlaneSource.Get()), this->Dimensions, to, steps),
+    this->PlaneSource.Get());
   std::copy_n(to, 2, this->Dimensions);
   this->Modified();
   this->UpdatePlacement();
@@ -563,22 +539,23 @@ void zvImagePlaneWidget::EnlargeBeforeTurning()
   this->ImageData->GetCenter(center);
   this->CutPlane->SetOrigin(center);
   const zvImageGrid::Grid grid = zvImageGrid::Read(this->Reslice);
-  if (std::max({ grid.Extent[1], grid.Extent[3], grid.Extent[5] }) > LargestEnlargedExtent)
+  if (!zvReslicePlane::MayBeEnlarged(grid.Extent))
   {
     return;
   }
   const double half = 0.5 * this->ImageData->GetLength();
   const double halfWidth[3] = { half, half, half };
-  SetCorners(this->PlaneSource,
-    zvReslicePlane::Enlarged(GetCorners(this->PlaneSource),
-      zvReslicePlane::NormalAxis(this->PlaneOrientation), center, halfWidth));
+  zvReslicePlane::WriteCorners(
+    zvReslicePlane::Enlarged(zvReslicePlane::ReadCorners(this->PlaneSource.Get()),
+      zvReslicePlane::NormalAxis(this->PlaneOrientation), center, halfWidth),
+    this->PlaneSource.Get());
 }
 
 void zvImagePlaneWidget::TurnPlane(const double center[3], double angle, const double axis[3])
 {
   zvReslicePlane::SetTurn(center, angle, axis, this->Transform);
   zvReslicePlane::Corners turned =
-    zvReslicePlane::Turned(GetCorners(this->PlaneSource), this->Transform);
+    zvReslicePlane::Turned(zvReslicePlane::ReadCorners(this->PlaneSource.Get()), this->Transform);
   this->PlaneSource->SetPoint1(turned.Point1);
   this->PlaneSource->SetPoint2(turned.Point2);
   this->PlaneSource->SetOrigin(turned.Origin);
@@ -650,14 +627,15 @@ void zvImagePlaneWidget::Translate(double* p1, double* p2)
 {
   double motion[3];
   vtkMath::Subtract(p2, p1, motion);
-  SetCorners(this->PlaneSource,
-    zvPlaneMargins::Moved(GetCorners(this->PlaneSource), this->MarginSelectMode, motion,
-      this->RotateAxis, this->RadiusVector));
+  zvReslicePlane::WriteCorners(
+    zvPlaneMargins::Moved(zvReslicePlane::ReadCorners(this->PlaneSource.Get()),
+      this->MarginSelectMode, motion, this->RotateAxis, this->RadiusVector),
+    this->PlaneSource.Get());
 }
 
 void zvImagePlaneWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
 {
-  zvReslicePlane::Corners plane = GetCorners(this->PlaneSource);
+  zvReslicePlane::Corners plane = zvReslicePlane::ReadCorners(this->PlaneSource.Get());
   const double diagonal = std::sqrt(vtkMath::Distance2BetweenPoints(plane.Point1, plane.Point2));
   if (diagonal == 0.0 || !this->Interactor)
   {
@@ -675,5 +653,5 @@ void zvImagePlaneWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
       point[i] = center[i] + factor * (point[i] - center[i]);
     }
   }
-  SetCorners(this->PlaneSource, plane);
+  zvReslicePlane::WriteCorners(plane, this->PlaneSource.Get());
 }

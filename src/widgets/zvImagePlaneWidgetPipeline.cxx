@@ -135,14 +135,8 @@ void zvImagePlaneWidget::ShowImage(bool on)
 
 void zvImagePlaneWidget::UseImageRange()
 {
-  double range[2];
-  zvWindowLevel::GetRange(this->ImageData, range);
-  if (!this->UserControlledLookupTable)
-  {
-    this->LookupTable->SetTableRange(range);
-    this->LookupTable->Build();
-  }
-  const zvWindowLevel::Values original = zvWindowLevel::FromRange(range);
+  const zvWindowLevel::Values original = zvWindowLevel::Adopt(
+    this->ImageData, this->UserControlledLookupTable ? nullptr : this->LookupTable.Get());
   this->OriginalWindow = original.Window;
   this->OriginalLevel = original.Level;
   this->SetWindowLevel(this->OriginalWindow, this->OriginalLevel, 0);

@@ -352,14 +352,8 @@ bool zvImageViewerWidget::TakeUpdatedInput()
 
 void zvImageViewerWidget::AdoptScalarRange()
 {
-  double range[2];
-  zvWindowLevel::GetRange(this->ImageData, range);
-  if (!this->UserControlledLookupTable)
-  {
-    this->LookupTable->SetTableRange(range);
-    this->LookupTable->Build();
-  }
-  const zvWindowLevel::Values original = zvWindowLevel::FromRange(range);
+  const zvWindowLevel::Values original = zvWindowLevel::Adopt(
+    this->ImageData, this->UserControlledLookupTable ? nullptr : this->LookupTable);
   this->OriginalWindow = original.Window;
   this->OriginalLevel = original.Level;
   this->SetWindowLevel(this->OriginalWindow, this->OriginalLevel, 0);

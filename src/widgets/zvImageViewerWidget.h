@@ -486,7 +486,6 @@ private:
   void PlacePlaneAtFarBound();
   bool HasWidth();
   void UpdatePlaneSource();
-  void SetPlane(const zvReslicePlane::Corners& plane);
   void CenterOnCut();
   void SampleThroughPlane(double axis1[3], double axis2[3], const double spacing[3]);
   void FitLines();

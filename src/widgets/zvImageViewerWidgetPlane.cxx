@@ -24,18 +24,6 @@
 #include <algorithm>
 #include <cmath>
 
-namespace
-{
-zvReslicePlane::Corners CornersOf(vtkPlaneSource* source)
-{
-  zvReslicePlane::Corners corners;
-  source->GetOrigin(corners.Origin);
-  source->GetPoint1(corners.Point1);
-  source->GetPoint2(corners.Point2);
-  return corners;
-}
-}
-
 void zvImageViewerWidget::SetPlaneOrientation(int i)
 {
   this->PlaneOrientation = i;
@@ -70,14 +58,9 @@ void zvImageViewerWidget::PlacePlaneAtFarBound()
   const int second = this->SecondAxis = zvReslicePlane::SecondAxis(normal);
 
   double low[3], high[3];
+  zvImageGrid::Span(grid, low, high);
   for (int axis = 0; axis < 3; ++axis)
   {
-    low[axis] = grid.Origin[axis] + grid.Spacing[axis] * grid.Extent[2 * axis];
-    high[axis] = grid.Origin[axis] + grid.Spacing[axis] * grid.Extent[2 * axis + 1];
-    if (grid.Spacing[axis] < 0.0)
-    {
-      std::swap(low[axis], high[axis]);
-    }
     this->LineNormal1[axis] = axis == first ? 1.0 : 0.0;
     this->LineNormal2[axis] = axis == second ? 1.0 : 0.0;
   }
@@ -88,7 +71,7 @@ void zvImageViewerWidget::PlacePlaneAtFarBound()
 
   const zvReslicePlane::Corners plane =
     zvReslicePlane::Across(normal, low, high, this->Bounds[2 * normal + 1]);
-  this->SetPlane(plane);
+  zvReslicePlane::WriteCorners(plane, this->PlaneSource);
   this->UpdatePlaneSource();
   this->LayLines(plane, low, high);
 
@@ -238,16 +221,17 @@ void zvImageViewerWidget::BecomeOblique()
     double center[3];
     this->ImageData->GetCenter(center);
     this->CutPlane->SetOrigin(center);
-    // Deliberate: a larger volume keeps its plane, so that the oblique image does not grow large.
-    if (grid.Extent[1] < 1000 && grid.Extent[3] < 1000 && grid.Extent[5] < 1000)
+    if (zvReslicePlane::MayBeEnlarged(grid.Extent))
     {
       double half[3];
       for (int axis = 0; axis < 3; ++axis)
       {
         half[axis] = grid.Extent[2 * axis + 1] * grid.Spacing[axis];
       }
-      this->SetPlane(zvReslicePlane::Enlarged(CornersOf(this->PlaneSource),
-        zvReslicePlane::NormalAxis(this->PlaneOrientation), center, half));
+      zvReslicePlane::WriteCorners(
+        zvReslicePlane::Enlarged(zvReslicePlane::ReadCorners(this->PlaneSource),
+          zvReslicePlane::NormalAxis(this->PlaneOrientation), center, half),
+        this->PlaneSource);
     }
   }
   this->PlaneOrientation = 3;
@@ -257,10 +241,10 @@ void zvImageViewerWidget::TurnPlane(double angle, const double axis[3])
 {
   zvReslicePlane::SetTurn(this->RotationCenter, angle, axis, this->Transform);
   const zvReslicePlane::Corners turned =
-    zvReslicePlane::Turned(CornersOf(this->PlaneSource), this->Transform);
+    zvReslicePlane::Turned(zvReslicePlane::ReadCorners(this->PlaneSource), this->Transform);
   // The origin first: centre and normal follow the other two, and would otherwise be those of a
   // plane that is turned in part, whose normal can point the wrong way after a long step.
-  this->SetPlane(turned);
+  zvReslicePlane::WriteCorners(turned, this->PlaneSource);
 }
 
 // A plane without width, as of a single slice seen edge on, cannot be updated.
@@ -279,13 +263,6 @@ void zvImageViewerWidget::UpdatePlaneSource()
   {
     this->PlaneSource->Update();
   }
-}
-
-void zvImageViewerWidget::SetPlane(const zvReslicePlane::Corners& plane)
-{
-  this->PlaneSource->SetOrigin(plane.Origin[0], plane.Origin[1], plane.Origin[2]);
-  this->PlaneSource->SetPoint1(plane.Point1[0], plane.Point1[1], plane.Point1[2]);
-  this->PlaneSource->SetPoint2(plane.Point2[0], plane.Point2[1], plane.Point2[2]);
 }
 
 //------------------------------------------------------------------------------
@@ -378,8 +355,10 @@ void zvImageViewerWidget::SetDimensions(int width, int height)
   const int normal = zvReslicePlane::NormalAxis(this->ViewOrientation);
   const double spacing[2] = { grid.Spacing[zvReslicePlane::FirstAxis(normal)],
     grid.Spacing[zvReslicePlane::SecondAxis(normal)] };
-  this->SetPlane(
-    zvReslicePlane::Resized(CornersOf(this->PlaneSource), this->Dimensions, to, spacing));
+  zvReslicePlane::WriteCorners(
+    zvReslicePlane::Resized(
+      zvReslicePlane::ReadCorners(this->PlaneSource), this->Dimensions, to, spacing),
+    this->PlaneSource);
   this->Dimensions[0] = width;
   this->Dimensions[1] = height;
 }

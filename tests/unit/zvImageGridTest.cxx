@@ -46,6 +46,22 @@ TEST_F(ImageGrid, WithoutAConnectionTheGridIsEmpty)
   EXPECT_GT(grid.Extent[0], grid.Extent[1]);
 }
 
+TEST_F(ImageGrid, TheSpanGoesFromTheLowToTheHighCentresOfVoxels)
+{
+  zvImageGrid::Grid grid;
+  const int extent[6] = { 2, 5, -1, 3, 7, 7 };
+  const double spacing[3] = { 0.5, -2.0, 3.0 };
+  const double origin[3] = { 10.0, 20.0, 30.0 };
+  std::copy_n(extent, 6, grid.Extent);
+  std::copy_n(spacing, 3, grid.Spacing);
+  std::copy_n(origin, 3, grid.Origin);
+  double low[3], high[3];
+  zvImageGrid::Span(grid, low, high);
+  EXPECT_EQ(zvtest::World({ { low[0], low[1], low[2] } }), (zvtest::World{ { 11.0, 14.0, 51.0 } }));
+  EXPECT_EQ(
+    zvtest::World({ { high[0], high[1], high[2] } }), (zvtest::World{ { 12.5, 22.0, 51.0 } }));
+}
+
 TEST_F(ImageGrid, AnyTurnOrFlipOfTheAxesIsSeen)
 {
   vtkSmartPointer<vtkImageData> image = zvtest::MakeIndexVolume();

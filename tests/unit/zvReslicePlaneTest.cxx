@@ -4,6 +4,7 @@
 #include "vtkMath.h"
 #include "vtkMatrix4x4.h"
 #include "vtkNew.h"
+#include "vtkPlaneSource.h"
 #include "vtkTransform.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,33 @@ TEST(ReslicePlane, OrientationsOutOfRangeCountAsY)
   EXPECT_EQ(zvReslicePlane::NormalAxis(2), 2);
   EXPECT_EQ(zvReslicePlane::NormalAxis(3), 1);
   EXPECT_EQ(zvReslicePlane::NormalAxis(-7), 1);
+}
+
+TEST(ReslicePlane, TheCornersOfASourceAreReadAndWritten)
+{
+  const Corners plane = zvReslicePlane::Across(2, Starts, Stops, 5.0);
+  vtkNew<vtkPlaneSource> source;
+  zvReslicePlane::WriteCorners(plane, source.Get());
+  ExpectPoint(source->GetOrigin(), 1.0, 2.0, 5.0);
+  ExpectPoint(source->GetPoint1(), 10.0, 2.0, 5.0);
+  ExpectPoint(source->GetPoint2(), 1.0, 20.0, 5.0);
+  const Corners read = zvReslicePlane::ReadCorners(source.Get());
+  ExpectPoint(read.Origin, 1.0, 2.0, 5.0);
+  ExpectPoint(read.Point1, 10.0, 2.0, 5.0);
+  ExpectPoint(read.Point2, 1.0, 20.0, 5.0);
+}
+
+TEST(ReslicePlane, AnUpperEndOfAThousandIsTooLargeToBeEnlarged)
+{
+  const int most[6] = { 0, 999, -5000, 999, 0, 999 };
+  EXPECT_TRUE(zvReslicePlane::MayBeEnlarged(most));
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    int tooLarge[6];
+    std::copy_n(most, 6, tooLarge);
+    tooLarge[2 * axis + 1] = 1000;
+    EXPECT_FALSE(zvReslicePlane::MayBeEnlarged(tooLarge)) << axis;
+  }
 }
 
 TEST(ReslicePlane, APlaneAcrossXRunsAlongYAndZ)

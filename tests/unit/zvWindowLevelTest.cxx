@@ -91,6 +91,23 @@ TEST_F(WindowLevel, AnImageWithoutValuesHasTheRangeZeroToOne)
   EXPECT_EQ(range, unit);
 }
 
+TEST_F(WindowLevel, AnImageIsAdoptedWithOrWithoutATable)
+{
+  vtkSmartPointer<vtkImageData> image = zvtest::MakeConstantVolume(7.0);
+  image->SetScalarComponentFromDouble(0, 0, 0, 0, 3.0);
+  image->GetPointData()->GetScalars()->Modified();
+  vtkNew<vtkLookupTable> table;
+  const Values own = zvWindowLevel::Adopt(image, table);
+  EXPECT_EQ(own.Window, 4.0);
+  EXPECT_EQ(own.Level, 5.0);
+  EXPECT_EQ(table->GetTableRange()[0], 3.0);
+  EXPECT_EQ(table->GetTableRange()[1], 7.0);
+  EXPECT_GT(table->GetNumberOfTableValues(), 0);
+  const Values others = zvWindowLevel::Adopt(image, nullptr);
+  EXPECT_EQ(others.Window, 4.0);
+  EXPECT_EQ(others.Level, 5.0);
+}
+
 TEST_F(WindowLevel, ADragAcrossTheViewChangesAValueByFourTimesItself)
 {
   const Values dragged = zvWindowLevel::Dragged({ 100.0, 50.0 }, 1.0, 0.5);

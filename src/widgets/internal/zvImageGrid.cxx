@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -54,6 +55,19 @@ zvImageGrid::Grid zvImageGrid::Read(vtkAlgorithm* consumer)
     grid.IdentityDirection = IsIdentity(information->Get(vtkDataObject::DIRECTION()));
   }
   return grid;
+}
+
+void zvImageGrid::Span(const Grid& grid, double low[3], double high[3])
+{
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    low[axis] = grid.Origin[axis] + grid.Spacing[axis] * grid.Extent[2 * axis];
+    high[axis] = grid.Origin[axis] + grid.Spacing[axis] * grid.Extent[2 * axis + 1];
+    if (grid.Spacing[axis] < 0.0)
+    {
+      std::swap(low[axis], high[axis]);
+    }
+  }
 }
 
 bool zvImageGrid::HasIdentityDirection(vtkImageData* image)

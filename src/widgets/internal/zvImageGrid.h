@@ -22,6 +22,10 @@ struct Grid
 /// information. A consumer without a connection gives an empty grid.
 Grid Read(vtkAlgorithm* consumer);
 
+/// The box between the centres of the first and the last voxels, world millimetres: \a low is not
+/// above \a high, whatever the sign of the spacing.
+void Span(const Grid& grid, double low[3], double high[3]);
+
 /// Whether the axes of \a image are those of the world, exactly.
 bool HasIdentityDirection(vtkImageData* image);
 

@@ -42,6 +42,12 @@ zvReslicePlane::Corners zvReslicePlane::Across(
   return plane;
 }
 
+bool zvReslicePlane::MayBeEnlarged(const int extent[6])
+{
+  constexpr int limit = 1000;
+  return extent[1] < limit && extent[3] < limit && extent[5] < limit;
+}
+
 zvReslicePlane::Corners zvReslicePlane::Enlarged(
   const Corners& plane, int normalAxis, const double center[3], const double halfWidth[3])
 {

@@ -31,8 +31,32 @@ int FirstAxis(int normalAxis);
 int SecondAxis(int normalAxis);
 ///@}
 
+/// The three points of a plane source.
+template <typename Source>
+Corners ReadCorners(Source* source)
+{
+  Corners plane;
+  source->GetOrigin(plane.Origin);
+  source->GetPoint1(plane.Point1);
+  source->GetPoint2(plane.Point2);
+  return plane;
+}
+
+/// Give a plane source three points: the origin first, then the other two.
+template <typename Source>
+void WriteCorners(Corners plane, Source* source)
+{
+  source->SetOrigin(plane.Origin);
+  source->SetPoint1(plane.Point1);
+  source->SetPoint2(plane.Point2);
+}
+
 /// A plane across the box from \a starts to \a stops, at \a position on the normal axis.
 Corners Across(int normalAxis, const double starts[3], const double stops[3], double position);
+
+/// Whether the plane through an image of this extent is enlarged before it turns. That of a larger
+/// one, with an upper end of 1000 or more, is not, so that the slice stays affordable.
+bool MayBeEnlarged(const int extent[6]);
 
 /// A plane of twice \a halfWidth around \a center, each point at its place along the normal axis.
 Corners Enlarged(

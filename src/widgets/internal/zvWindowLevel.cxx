@@ -56,6 +56,18 @@ zvWindowLevel::Values zvWindowLevel::FromRange(const double range[2])
     AwayFromZero(0.5 * (range[0] + range[1]), 0.001) };
 }
 
+zvWindowLevel::Values zvWindowLevel::Adopt(vtkImageData* image, vtkLookupTable* table)
+{
+  double range[2];
+  GetRange(image, range);
+  if (table)
+  {
+    table->SetTableRange(range);
+    table->Build();
+  }
+  return FromRange(range);
+}
+
 zvWindowLevel::Values zvWindowLevel::Dragged(const Values& start, double x, double y)
 {
   return { AwayFromZero(start.Window + ChangeOf(start.Window, x), 0.01),

@@ -21,6 +21,10 @@ void GetRange(vtkImageData* image, double range[2]);
 /// The window and level that show a whole range. Neither is closer to zero than 0.001.
 Values FromRange(const double range[2]);
 
+/// The window and level that show the whole range of an image. The table gets the range and is
+/// built anew; null for one that is somebody else's to set.
+Values Adopt(vtkImageData* image, vtkLookupTable* table);
+
 /// Window and level after a drag by (x, y) from where they were \a start. The motion is in
 /// viewports, right and up positive; the full width or height is worth four times the value it
 /// changes, or 0.04 where that is less than 0.01. Neither gets closer to zero than 0.01.
