@@ -675,18 +675,13 @@ TEST_F(WorkstationProgram, ATourWritesADifferentPictureOfEveryStation)
     prefixes += "mri";
   }
   // Only the example has a mask.
-<<<<<<< HEAD
   QStringList stations = { "at-rest", "slice-dragged", "voxel-read", "window-level", "oblique",
-    "cross-dragged", "line-turned", "mask", "markers", "normal-and-box", "filled" };
+    "cross-dragged", "line-turned", "rulers", "contours", "notes", "list", "help", "mask",
+    "markers", "normal-and-box", "filled" };
   for (const zvContourStations::Station& station : zvContourStations::GetAll())
   {
     stations += station.Name;
   }
-=======
-  const QStringList stations = { "at-rest", "slice-dragged", "voxel-read", "window-level",
-    "oblique", "cross-dragged", "line-turned", "rulers", "contours", "notes", "list", "help",
-    "mask", "markers", "normal-and-box", "filled" };
->>>>>>> b1cd228 (workstation: Measure on the tour, and wrap the help)
   EXPECT_EQ(QDir(folder).entryList({ "*.png" }).size(), prefixes.size() * stations.size() - 1);
   std::vector<QImage> pictures;
   for (const QString& prefix : prefixes)
