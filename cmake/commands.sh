@@ -59,14 +59,15 @@ build()
   cmake --build --preset "$preset" ${1:+--target "$@"}
 }
 
-# Run a command on a virtual screen, drawn in software: the same picture on every machine.
+# Run a command on a virtual screen, drawn in software: the same picture on every machine. The server
+# must not reset itself when a test ends: the next one would find it closed for a moment.
 on_virtual_screen()
 {
   runtime=$(mktemp -d)
   chmod 700 "$runtime"
   status=0
   XDG_RUNTIME_DIR=$runtime LIBGL_ALWAYS_SOFTWARE=1 QT_QPA_PLATFORM=xcb \
-    xvfb-run -a -s '-screen 0 1600x1200x24 -maxclients 2048' "$@" || status=$?
+    xvfb-run -a -s '-screen 0 1600x1200x24 -maxclients 2048 -noreset' "$@" || status=$?
   rm -rf "$runtime"
   return $status
 }
