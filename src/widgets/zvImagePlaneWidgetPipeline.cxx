@@ -7,6 +7,7 @@
 #include "zvImageGrid.h"
 #include "zvPlaneSource.h"
 #include "zvReslicePlane.h"
+#include "zvSliceMapper.h"
 #include "zvSliceReslice.h"
 #include "zvWindowLevel.h"
 
@@ -190,7 +191,7 @@ vtkSmartPointer<vtkPolyDataMapper> zvImagePlaneWidget::NewTexturePlaneMapper(con
   vtkNew<vtkPlanes> planes;
   planes->SetPoints(points);
   planes->SetNormals(normals);
-  auto mapper = vtkSmartPointer<vtkPolyDataMapper>::New();
+  auto mapper = vtkSmartPointer<zvSliceMapper>::New();
   mapper->SetInputConnection(this->PlaneSource->GetOutputPort());
   mapper->SetClippingPlanes(planes);
   // Set back a little in depth (in the toolkit's units, some tenths of a millimetre), or the

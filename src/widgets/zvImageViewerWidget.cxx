@@ -7,6 +7,7 @@
 #include "zvFloodFill.h"
 #include "zvImageGrid.h"
 #include "zvSliceColorMap.h"
+#include "zvSliceMapper.h"
 #include "zvSliceReslice.h"
 #include "zvSliceTexture.h"
 #include "zvViewLookup.h"
@@ -91,7 +92,7 @@ zvImageViewerWidget::~zvImageViewerWidget()
   zvCollections::ReleaseAll(this->TextNoteWidgets);
 }
 
-// The stock filters and texture give way to those that are quick for a slice.
+// The stock filters, mapper and texture give way to those that are quick for a slice.
 void zvImageViewerWidget::ReplacePipeline()
 {
   this->Reslice->Delete();
@@ -109,6 +110,9 @@ void zvImageViewerWidget::ReplacePipeline()
   this->Texture->SetInterpolate(this->TextureInterpolate);
   this->Texture->RepeatOff();
   this->Texture->SetLookupTable(this->LookupTable);
+  vtkNew<zvSliceMapper> mapper;
+  mapper->SetInputConnection(this->PlaneSource->GetOutputPort());
+  this->TexturePlaneActor->SetMapper(mapper);
   this->TexturePlaneActor->SetTexture(this->Texture);
   // A textured actor whose texture has no input does not survive a render.
   this->TexturePlaneActor->VisibilityOff();
