@@ -4,16 +4,15 @@
 // Names are <side>/<work>/<class>/<volume>; the side is "zv" for ours, "peer" for a stock widget
 // and "plain" for the same pipeline as ours made of stock filters. Works of the same name on the
 // same volume are compared.
+#include "zvBenchmarkDisplay.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
-
-#include <X11/Xlib.h>
 
 namespace
 {
@@ -61,18 +60,6 @@ double GetMedian(const std::vector<double>& values)
 double GetRatio(const std::vector<double>& ours, const std::vector<double>& others, double share)
 {
   return GetQuantile(ours, share) / GetQuantile(others, share);
-}
-
-/// Whether there is a display to draw on; the toolkit would end the program without one.
-bool HasDisplay()
-{
-  const char* const name = std::getenv("DISPLAY");
-  Display* const display = name && *name ? XOpenDisplay(name) : nullptr;
-  if (display)
-  {
-    XCloseDisplay(display);
-  }
-  return display != nullptr;
 }
 
 /// Prints the medians as they come and keeps the time of every run, in milliseconds.
@@ -153,7 +140,7 @@ private:
 
 int main(int argc, char** argv)
 {
-  if (!HasDisplay())
+  if (!zvGetBenchmarkDisplay())
   {
     std::fprintf(stderr,
       "The benchmarks draw, but there is no display: DISPLAY is not set or cannot be opened. "

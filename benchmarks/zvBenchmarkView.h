@@ -1,6 +1,8 @@
 #ifndef zvBenchmarkView_h
 #define zvBenchmarkView_h
 
+#include "zvBenchmarkDisplay.h"
+
 #include "vtkCamera.h"
 #include "vtkInteractorStyleUser.h"
 #include "vtkNew.h"
@@ -14,6 +16,7 @@ struct zvBenchmarkView
 {
   zvBenchmarkView()
   {
+    this->Window->SetDisplayId(zvGetBenchmarkDisplay());
     this->Window->SetOffScreenRendering(1);
     this->Window->SetMultiSamples(0);
     this->Window->SetSize(300, 300);

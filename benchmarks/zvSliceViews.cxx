@@ -1,5 +1,6 @@
 #include "zvSliceViews.h"
 
+#include "zvBenchmarkDisplay.h"
 #include "zvImagePlaneWidget.h"
 #include "zvPlainSlice.h"
 
@@ -199,6 +200,7 @@ zvObliquePlane::zvObliquePlane(vtkImageData* volume, double fraction)
 //------------------------------------------------------------------------------
 zvBenchmarkWindow::zvBenchmarkWindow(vtkImageData* volume, const zvCut& cut)
 {
+  this->Window->SetDisplayId(zvGetBenchmarkDisplay());
   this->Window->SetOffScreenRendering(1);
   this->Window->SetMultiSamples(0);
   this->Window->SetSize(512, 512);
