@@ -318,7 +318,8 @@ void zvImageViewerWidget::SetSliceIndex(int index)
   {
     return;
   }
-  const int last = this->NumberOfSlices - 1;
+  // A host may have set any count; what follows does not overflow.
+  const int last = std::max(this->NumberOfSlices, 1 - VTK_INT_MAX) - 1;
   index = std::max(std::min(index, last), 0);
   int current = this->GetSliceIndex();
   if (current == index)

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <climits>
 #include <random>
 #include <string>
 #include <vector>
@@ -301,6 +302,40 @@ TEST(FloodFill, OfASliceOutsideTheExtentDoesNothing)
   int oldValue = -1;
   EXPECT_EQ(zvFloodFill::Fill(MakeSlice(image, 2, 4, 10, 10), 5, 5, 3, record, oldValue).Count, 0);
   EXPECT_EQ(record->GetNumberOfPoints(), 0);
+}
+
+TEST(FloodFill, FromAStartFarOutsideDoesNothing)
+{
+  auto image = MakeImage({ 3, 9, 4, 9, 0, 0 }, VTK_SHORT, 1);
+  image->GetPointData()->GetScalars()->Fill(1);
+  const auto record = MakeRecord();
+  int oldValue = -1;
+  for (const int far : { INT_MIN, -1, 2, 10, INT_MAX })
+  {
+    EXPECT_EQ(
+      zvFloodFill::Fill(MakeSlice(image, 2, 0, 10, 10), far, 5, 3, record, oldValue).Count, 0);
+    EXPECT_EQ(
+      zvFloodFill::Fill(MakeSlice(image, 2, 0, 10, 10), 5, far, 3, record, oldValue).Count, 0);
+  }
+  EXPECT_EQ(record->GetNumberOfPoints(), 0);
+  EXPECT_EQ(oldValue, -1);
+}
+
+TEST(FloodFill, OfASliceWithoutSizeDoesNothing)
+{
+  auto image = MakeImage({ 0, 9, 0, 9, 0, 0 }, VTK_SHORT, 1);
+  image->GetPointData()->GetScalars()->Fill(1);
+  const auto record = MakeRecord();
+  int oldValue = -1;
+  for (const int size : { 0, -1, INT_MIN })
+  {
+    for (const auto& slice : { MakeSlice(image, 2, 0, size, 10), MakeSlice(image, 2, 0, 10, size) })
+    {
+      EXPECT_EQ(zvFloodFill::Fill(slice, 0, 0, 3, record, oldValue).Count, 0) << size;
+    }
+  }
+  EXPECT_EQ(record->GetNumberOfPoints(), 0);
+  EXPECT_EQ(ScalarsOf(image), std::vector<double>(100, 1.0));
 }
 
 TEST(FloodFill, LeavesThePriorRecordInPlace)

@@ -462,7 +462,11 @@ TEST_F(ImageViewerCross, AnExtremeIndexIsHarmless)
     this->Viewer->AdjustCross(200, 200);
     this->Viewer->PushCross(extreme);
     this->Viewer->SetSliceIndex(extreme);
+    this->Viewer->SetNumberOfSlices(extreme);
+    this->Viewer->SetSliceIndex(extreme);
     this->Viewer->SetDimensions(extreme, extreme);
+    this->Viewer->floodFill(2, 2, extreme);
+    this->Viewer->SetSliceCross(1, 1);
     EXPECT_TRUE(std::isfinite(this->Viewer->RotationCenter[0]));
     this->Place(this->Cube(9), 2);
     this->Refresh();

@@ -85,8 +85,11 @@ Grid MakeGrid(const zvFloodFill::Slice& slice)
   }
   grid.MinimumX = std::max(0, extent[2 * slice.XAxis]);
   grid.MinimumY = std::max(0, extent[2 * slice.YAxis]);
-  grid.Columns = std::min(slice.Width - 1, extent[2 * slice.XAxis + 1]) - grid.MinimumX + 1;
-  grid.Rows = std::min(slice.Height - 1, extent[2 * slice.YAxis + 1]) - grid.MinimumY + 1;
+  // A slice may be told to have any size, also one below nothing.
+  const int lastX = std::max(slice.Width, 0) - 1;
+  const int lastY = std::max(slice.Height, 0) - 1;
+  grid.Columns = std::min(lastX, extent[2 * slice.XAxis + 1]) - grid.MinimumX + 1;
+  grid.Rows = std::min(lastY, extent[2 * slice.YAxis + 1]) - grid.MinimumY + 1;
   if (grid.Columns <= 0 || grid.Rows <= 0)
   {
     return grid;
@@ -630,15 +633,15 @@ zvFloodFill::Region zvFloodFill::Fill(
   region.Where = slice;
   const Grid grid = MakeGrid(slice);
   Recorder recorder(record, slice);
-  const int column = x - grid.MinimumX;
-  const int row = y - grid.MinimumY;
+  const long long column = static_cast<long long>(x) - grid.MinimumX;
+  const long long row = static_cast<long long>(y) - grid.MinimumY;
   if (grid.IsEmpty() || !CanBeFilled(grid.ScalarType) || !recorder.IsUsable() || column < 0 ||
     column >= grid.Columns || row < 0 || row >= grid.Rows)
   {
     return region;
   }
   Walk walk(grid, value, recorder);
-  if (!walk.From(column, row))
+  if (!walk.From(static_cast<int>(column), static_cast<int>(row)))
   {
     return region;
   }
