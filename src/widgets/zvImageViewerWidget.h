@@ -64,9 +64,43 @@ struct Corners;
 /// After a rotation the plane is oblique: GetPlaneOrientation answers 3, GetViewOrientation keeps
 /// the orientation that it started from.
 ///
+/// \code
+/// State            event                               next             tells observers
+/// any              left press outside the viewport     Outside          nothing
+/// any              in a point mode: on the slice       Start            nothing
+/// any              on a ruler, closed contour or note  Cursoring        nothing
+/// any              on a line                           Rotating         LeftButtonPressEvent,
+///                                                                       StartInteractionEvent
+/// any              on a line with Shift                Pushing          the same two
+/// any              on the slice in a mode              Cursoring        nothing
+///                  (the one that closes a lasso)       Start            nothing
+/// any              on the slice, to paint or fill      Cursoring        StartInteractionEvent
+/// any              on the slice in no mode             Pushing          LeftButtonPressEvent,
+///                                                                       StartInteractionEvent
+/// any              beside the slice                    no change        nothing
+/// any              left release in the viewport        Start            LeftButtonReleaseEvent
+/// any              left release outside                Outside          LeftButtonReleaseEvent
+/// any              right press on the slice            WindowLevelling  StartWindowLevelEvent
+///                  (with the button's action 2, which
+///                  Shift sets)
+/// any              right press beside it               Outside          nothing
+/// WindowLevelling  right release                       Start            EndWindowLevelEvent
+/// any              mouse move                          no change        MouseMoveEvent
+/// WindowLevelling  mouse move                          no change        that, WindowLevelEvent
+/// \endcode
+///
+/// The values are those of the base class: Start 0, Cursoring 1, WindowLevelling 2, Pushing 3,
+/// Rotating 5, Outside 8. Pushing drags the cross, Rotating turns the plane about it. The right
+/// button's actions 0 and 1 read values and move the slice as the base class does.
+///
+/// Call data: the window/level events carry double[2], the window and level in force; the others
+/// carry null. SetEnabled invokes EnableEvent and DisableEvent, with null. Deliberate: a left press
+/// is not followed by InteractionEvent or EndInteractionEvent.
+///
 /// Views are not linked here. A host observes LeftButtonPressEvent, LeftButtonReleaseEvent and
 /// MouseMoveEvent of a view, reads GetSlicesMovement, and moves the others by SetSliceIndex,
-/// SetSliceCross, SetRotationCenter and SetCrossIndex.
+/// SetSliceCross, SetRotationCenter and SetCrossIndex. Press and move are told before the cross
+/// moves, so their observers read the steps of the move before.
 ///
 /// SetPlaneOrientation, UpdatePlane, UpdateCursor, Rotate, GetSliceIndex and SetSliceIndex hide
 /// plain operations of the base class: call them through a pointer to this class.
