@@ -86,12 +86,14 @@ public:
   using zvImageViewerWidget::LassoCount;
   using zvImageViewerWidget::LassoWidgets;
   using zvImageViewerWidget::LastDegree;
+  using zvImageViewerWidget::LastPickPosition;
   using zvImageViewerWidget::LastUpdateMTime;
   using zvImageViewerWidget::LeftButtonHeld;
   using zvImageViewerWidget::LineNormal1;
   using zvImageViewerWidget::LineNormal2;
   using zvImageViewerWidget::LookupTable;
   using zvImageViewerWidget::MarginActor;
+  using zvImageViewerWidget::MarginPolyData;
   using zvImageViewerWidget::MaskActor;
   using zvImageViewerWidget::MaskColorMap;
   using zvImageViewerWidget::MaskLookupTable;

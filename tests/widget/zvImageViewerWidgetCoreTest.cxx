@@ -2,9 +2,11 @@
 
 #include "vtkImagePlaneWidget.h"
 #include "vtkImageShiftScale.h"
+#include "vtkObjectFactory.h"
 #include "vtkPlaneCollection.h"
 #include "vtkPropCollection.h"
 #include "vtkTrivialProducer.h"
+#include "vtkVersion.h"
 #include "vtkWeakPointer.h"
 
 #include <algorithm>
@@ -29,6 +31,36 @@ TEST_F(ImageViewerNew, KnowsItsClass)
   EXPECT_STREQ(another->GetClassName(), "zvImageViewerWidget");
   auto made = vtkSmartPointer<vtkObject>::Take(vtkInstantiatorzvImageViewerWidgetNew());
   EXPECT_STREQ(made->GetClassName(), "zvImageViewerWidget");
+}
+
+namespace
+{
+class Factory : public vtkObjectFactory
+{
+public:
+  static Factory* New() { return new Factory; }
+  vtkTypeMacro(Factory, vtkObjectFactory)
+  const char* GetVTKSourceVersion() override { return VTK_SOURCE_VERSION; }
+  const char* GetDescription() override { return "replaces zvImageViewerWidget"; }
+
+private:
+  static vtkObject* Make() { return OpenViewer::New(); }
+  Factory()
+  {
+    this->RegisterOverride("zvImageViewerWidget", "OpenViewer", "for the test", 1, &Factory::Make);
+  }
+};
+}
+
+TEST_F(ImageViewerNew, IsMadeByTheObjectFactoryWhenThatKnowsTheClass)
+{
+  vtkNew<Factory> factory;
+  vtkObjectFactory::RegisterFactory(factory);
+  vtkNew<zvImageViewerWidget> replaced;
+  vtkObjectFactory::UnRegisterFactory(factory);
+  vtkNew<zvImageViewerWidget> plain;
+  EXPECT_NE(dynamic_cast<OpenViewer*>(replaced.Get()), nullptr);
+  EXPECT_EQ(dynamic_cast<OpenViewer*>(plain.Get()), nullptr);
 }
 
 TEST_F(ImageViewerNew, HasItsStartValues)

@@ -207,6 +207,25 @@ TEST_F(ImageViewerView, DisablingTakesEverythingAwayAndTells)
   EXPECT_FALSE(this->Observes(vtkCommand::MouseMoveEvent));
 }
 
+TEST_F(ImageViewerView, ObserversOfBothFindTheViewComplete)
+{
+  this->Place(this->Cube(5), 2);
+  Names seen;
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Viewer, { vtkCommand::EnableEvent, vtkCommand::DisableEvent },
+    [&](const zvtest::RecordedEvent&)
+    {
+      EXPECT_EQ(this->Viewer->GetCurrentRenderer(), this->Scene.Renderer());
+      EXPECT_EQ(this->Observes(vtkCommand::LeftButtonPressEvent), this->Viewer->Enabled != 0);
+      EXPECT_EQ(this->Viewer->TexturePlaneActor->GetPickable(), this->Viewer->Enabled);
+      EXPECT_EQ(this->PropsInView(), this->Viewer->Enabled ? this->Shown : Names{});
+      seen.emplace_back(this->Viewer->Enabled ? "on" : "off");
+    });
+  this->Enable();
+  this->Viewer->SetEnabled(0);
+  EXPECT_EQ(seen, (Names{ "on", "off" }));
+}
+
 TEST_F(ImageViewerView, EnablingTwiceAndDisablingTwiceTellOnce)
 {
   this->Place(this->Cube(5), 2);
