@@ -183,10 +183,10 @@ void zv3DTreeWidget::MoveLine(double* p1, double* p2)
   zvPointTree::Segment segment;
   zvPointTree::FindSegment(this->TreeLines, this->CurrentLine, segment);
   const auto self = zvEvents::Hold(this);
+  // From the segment's own points: in a tree that was loaded over another the others differ.
   double parent[3];
   double child[3];
-  this->TreePoints->GetPoint(segment.Parent, parent);
-  this->TreePoints->GetPoint(segment.Child, child);
+  zvPointTree::FindEnds(this->TreeLines, this->CurrentLine, parent, child);
   // Deliberate: each end by itself, so that a segment pressed against a face changes its length.
   zvFourViews::MoveWithin(bounds, p1, p2, parent);
   zvFourViews::MoveWithin(bounds, p1, p2, child);

@@ -348,6 +348,20 @@ TEST_F(TreeWidget, LoadingOverATreeAppendsPointsByDesign)
   EXPECT_EQ(SegmentsOf(saved), (Segments{ { 0, 1 } }));
 }
 
+TEST_F(TreeWidget, ASegmentOfATreeLoadedOverAnotherMovesFromItsOwnEnds)
+{
+  this->ShowSquare();
+  this->Tree->LoadTree(MakeData({ { { 1, 0, 0 } }, { { 4, 4, 0 } } }, { { 0, 1 } }));
+  EXPECT_EQ(this->Tree->HighlightLine(0), 1);
+  this->Tree->MoveLine(this->From, this->To);
+  EXPECT_EQ(this->LineStart(), (World{ { 2, 0, 0 } }));
+  EXPECT_EQ(this->LineEnd(), (World{ { 5, 4, 0 } }));
+  EXPECT_EQ(this->Sphere(), (World{ { 5, 4, 0 } }));
+  EXPECT_EQ(this->PointAt(0), (World{ { 2, 0, 0 } })); // in both sets of points
+  EXPECT_EQ(this->PointAt(1), (World{ { 5, 4, 0 } }));
+  EXPECT_EQ(this->Label(), "      5.00 mm");
+}
+
 TEST_F(TreeWidget, RefusesWhatIsNoTree)
 {
   this->ShowSquare();
