@@ -1,6 +1,7 @@
 #include "zv3DRulerWidget.h"
 
 #include "zvCollections.h"
+#include "zvDispatch.h"
 #include "zvEvents.h"
 #include "zvFourViews.h"
 #include "zvLengthLabel.h"
@@ -41,6 +42,10 @@ vtkSmartPointer<vtkProperty> MakeLineProperty(double red, double green, double b
   return property;
 }
 }
+
+#define zvMarker zv3DRulerWidget
+#include "zvMarkerAccessors.inl"
+#undef zvMarker
 
 vtkObjectFactoryNewMacro(zv3DRulerWidget);
 
@@ -113,17 +118,6 @@ void zv3DRulerWidget::SetEnabled(int enabling)
   }
 }
 
-void zv3DRulerWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
-{
-  // An observer may release the widget or change its interactor, too.
-  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
-  if (this->Interactor && this->Enabled && interactor != this->Interactor)
-  {
-    this->SetEnabled(0);
-  }
-  this->vtk3DWidget::SetInteractor(interactor);
-}
-
 void zv3DRulerWidget::PlaceWidget(double* bds)
 {
   zvTraceMacro("zv3DRulerWidget::PlaceWidget(double bds[6])");
@@ -151,70 +145,10 @@ void zv3DRulerWidget::PlaceWidget(double* bds)
   this->SizeHandles();
 }
 
-void zv3DRulerWidget::PlaceWidget()
-{
-  this->Superclass::PlaceWidget();
-}
-
-void zv3DRulerWidget::PlaceWidget(
-  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
-{
-  this->Superclass::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
-}
-
 void zv3DRulerWidget::SizeHandles()
 {
   zvTraceMacro("zv3DRulerWidget::SizeHandles()");
   zvMarkerParts::SetRadius(this->HandleSources, this->GetSize(zvMarkerParts::SphereSize));
-}
-
-void zv3DRulerWidget::SetProjectToPlane(int on)
-{
-  if (on != this->ProjectToPlane)
-  {
-    this->ProjectToPlane = on;
-    this->Modified();
-  }
-}
-
-int zv3DRulerWidget::GetProjectToPlane()
-{
-  return this->ProjectToPlane;
-}
-
-void zv3DRulerWidget::ProjectToPlaneOn()
-{
-  this->SetProjectToPlane(1);
-}
-
-void zv3DRulerWidget::ProjectToPlaneOff()
-{
-  this->SetProjectToPlane(0);
-}
-
-// Deliberate: the only normal is 0.
-void zv3DRulerWidget::SetProjectionNormal(int vtkNotUsed(normal))
-{
-  if (this->ProjectionNormal != 0)
-  {
-    this->ProjectionNormal = 0;
-    this->Modified();
-  }
-}
-
-int zv3DRulerWidget::GetProjectionNormalMinValue()
-{
-  return 0;
-}
-
-int zv3DRulerWidget::GetProjectionNormalMaxValue()
-{
-  return 0;
-}
-
-int zv3DRulerWidget::GetProjectionNormal()
-{
-  return this->ProjectionNormal;
 }
 
 void zv3DRulerWidget::SetProjectionPosition(double position)
@@ -225,39 +159,6 @@ void zv3DRulerWidget::SetProjectionPosition(double position)
   {
     this->ProjectPointsToPlane();
   }
-}
-
-double zv3DRulerWidget::GetProjectionPosition()
-{
-  return this->ProjectionPosition;
-}
-
-void zv3DRulerWidget::SetHandleProperty(vtkProperty* property)
-{
-  if (property != this->HandleProperty)
-  {
-    this->HandleProperty = property;
-    this->Modified();
-  }
-}
-
-vtkProperty* zv3DRulerWidget::GetHandleProperty()
-{
-  return this->HandleProperty;
-}
-
-void zv3DRulerWidget::SetSelectedHandleProperty(vtkProperty* property)
-{
-  if (property != this->SelectedHandleProperty)
-  {
-    this->SelectedHandleProperty = property;
-    this->Modified();
-  }
-}
-
-vtkProperty* zv3DRulerWidget::GetSelectedHandleProperty()
-{
-  return this->SelectedHandleProperty;
 }
 
 void zv3DRulerWidget::SetPlaneSource(vtkPlaneSource* plane)
@@ -297,12 +198,6 @@ void zv3DRulerWidget::SetCurrentRender(vtkRenderer* render)
   {
     vtkGenericWarningMacro("set a renderer that is in a render window for CurrentRenderer...");
   }
-}
-
-void zv3DRulerWidget::SetCurrentRenderer(vtkRenderer* renderer)
-{
-  this->RawView->ReleaseRenderer();
-  this->Superclass::SetCurrentRenderer(renderer);
 }
 
 int zv3DRulerWidget::GetState()
@@ -436,10 +331,4 @@ double zv3DRulerWidget::GetSize(double factor)
     return factor * this->HandleSize * this->InitialLength; // no window to measure any more
   }
   return this->vtk3DWidget::SizeHandles(factor);
-}
-
-void zv3DRulerWidget::RenderViews()
-{
-  zvFourViews::Render(
-    { this->InteractorX, this->InteractorY, this->InteractorZ, this->Interactor3D });
 }

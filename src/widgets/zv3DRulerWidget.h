@@ -265,7 +265,8 @@ public:
   ///@}
 
   /// Move the point of the selected index by the way from \a p1 to \a p2, with its segments and the
-  /// label. At the faces of the current image it stops, and slides along. Renders nothing.
+  /// label. At the faces of the current image it stops, and slides along. Renders nothing. Without
+  /// a current renderer only the label stays.
   void MovePoint(double* p1, double* p2);
 
   ///@{
@@ -319,6 +320,9 @@ protected:
   void AddToViews(vtkProp* prop);
   void RemoveFromViews(vtkProp* prop);
   ///@}
+
+  /// Take a reference to another property and call Modified.
+  void ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property);
 
   /// Take all points and segments out of the views.
   void RemoveChainFromViews();
@@ -378,6 +382,7 @@ protected:
   ///@{
   /// Set the abort flag, tell, render. Each bears that an observer has taken the interactor.
   void BeginInteraction();
+  void TellMotion();
   void FinishInteraction();
   ///@}
 

@@ -1,14 +1,11 @@
 // The user's hand.
 #include "zv3DRulerWidget.h"
 
-#include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvMessages.h"
 #include "zvViewLookup.h"
 #include "zvViewPicker.h"
 
-#include "vtkCallbackCommand.h"
-#include "vtkRenderWindow.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 
@@ -128,9 +125,7 @@ void zv3DRulerWidget::OnMouseMove()
   {
     this->ProjectPointsToPlane();
   }
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  this->RenderViews();
+  this->TellMotion();
 }
 
 void zv3DRulerWidget::OnMouseWheelForward()
@@ -149,14 +144,6 @@ void zv3DRulerWidget::OnMouseWheelBackward()
   this->RenderViews();
 }
 
-void zv3DRulerWidget::ProcessEvents(
-  vtkObject* vtkNotUsed(object), unsigned long event, void* clientdata, void* vtkNotUsed(calldata))
-{
-  // An observer may release the widget while its handler runs.
-  const vtkSmartPointer<zv3DRulerWidget> self = static_cast<zv3DRulerWidget*>(clientdata);
-  zvDispatch::ToHandler(self.GetPointer(), event);
-}
-
 vtkProp* zv3DRulerWidget::Pick(vtkCellPicker* picker)
 {
   if (!this->Interactor)
@@ -165,26 +152,4 @@ vtkProp* zv3DRulerWidget::Pick(vtkCellPicker* picker)
   }
   const int* position = this->Interactor->GetEventPosition();
   return zvViewPicker::PickProp(picker, position[0], position[1], this->CurrentRenderer);
-}
-
-void zv3DRulerWidget::BeginInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->StartInteraction();
-  }
-  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  this->RenderViews();
-}
-
-void zv3DRulerWidget::FinishInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->EndInteraction();
-  }
-  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  this->RenderViews();
 }

@@ -1,5 +1,6 @@
 #include "zv3DTreeWidget.h"
 
+#include "zvDispatch.h"
 #include "zvEvents.h"
 #include "zvFourViews.h"
 #include "zvLengthLabel.h"
@@ -20,6 +21,7 @@
 #include "vtkPlaneSource.h"
 #include "vtkPolyData.h"
 #include "vtkProperty.h"
+#include "vtkRenderWindow.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 #include "vtkSphereSource.h"
@@ -39,6 +41,10 @@ vtkSmartPointer<vtkActor> MakeActor(vtkPolyData* data)
   return actor;
 }
 }
+
+#define zvMarker zv3DTreeWidget
+#include "zvMarkerAccessors.inl"
+#undef zvMarker
 
 vtkObjectFactoryNewMacro(zv3DTreeWidget);
 
@@ -112,30 +118,8 @@ void zv3DTreeWidget::SetEnabled(int enabling)
   }
 }
 
-void zv3DTreeWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
-{
-  // An observer may release the widget or change its interactor, too.
-  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
-  if (this->Interactor && this->Enabled && interactor != this->Interactor)
-  {
-    this->SetEnabled(0);
-  }
-  this->vtk3DWidget::SetInteractor(interactor);
-}
-
 // Deliberately empty: a tree is where its points are.
 void zv3DTreeWidget::PlaceWidget(double vtkNotUsed(bounds)[6]) {}
-
-void zv3DTreeWidget::PlaceWidget()
-{
-  this->Superclass::PlaceWidget();
-}
-
-void zv3DTreeWidget::PlaceWidget(
-  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
-{
-  this->Superclass::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
-}
 
 void zv3DTreeWidget::SetRendererX(vtkRenderer* render)
 {
@@ -169,12 +153,6 @@ void zv3DTreeWidget::SetCurrentRender(vtkRenderer* render)
   {
     vtkGenericWarningMacro("set a renderer that is in a render window for CurrentRenderer...");
   }
-}
-
-void zv3DTreeWidget::SetCurrentRenderer(vtkRenderer* renderer)
-{
-  this->RawView->ReleaseRenderer();
-  this->Superclass::SetCurrentRenderer(renderer);
 }
 
 void zv3DTreeWidget::AddObservers()
@@ -259,55 +237,6 @@ void zv3DTreeWidget::InsertHandleOnLine(double* vtkNotUsed(coord)) {}
 
 void zv3DTreeWidget::UpdateScaleLabel() {}
 
-void zv3DTreeWidget::SetProjectToPlane(int project)
-{
-  if (project != this->ProjectToPlane)
-  {
-    this->ProjectToPlane = project;
-    this->Modified();
-  }
-}
-
-int zv3DTreeWidget::GetProjectToPlane()
-{
-  return this->ProjectToPlane;
-}
-
-void zv3DTreeWidget::ProjectToPlaneOn()
-{
-  this->SetProjectToPlane(1);
-}
-
-void zv3DTreeWidget::ProjectToPlaneOff()
-{
-  this->SetProjectToPlane(0);
-}
-
-// Deliberate: the range of the normal is 0 to 0.
-void zv3DTreeWidget::SetProjectionNormal(int vtkNotUsed(normal))
-{
-  if (this->ProjectionNormal != 0)
-  {
-    this->ProjectionNormal = 0;
-    this->Modified();
-  }
-}
-
-int zv3DTreeWidget::GetProjectionNormalMinValue()
-{
-  return 0;
-}
-
-int zv3DTreeWidget::GetProjectionNormalMaxValue()
-{
-  return 0;
-}
-
-int zv3DTreeWidget::GetProjectionNormal()
-{
-  return this->ProjectionNormal;
-}
-
 void zv3DTreeWidget::SetProjectionPosition(double position)
 {
   // Deliberate: hosts know the text as it is.
@@ -317,11 +246,6 @@ void zv3DTreeWidget::SetProjectionPosition(double position)
   {
     this->ProjectPointsToPlane();
   }
-}
-
-double zv3DTreeWidget::GetProjectionPosition()
-{
-  return this->ProjectionPosition;
 }
 
 void zv3DTreeWidget::SetPlaneSource(vtkPlaneSource* plane)
@@ -340,26 +264,6 @@ void zv3DTreeWidget::ProjectPointsToPlane()
 void zv3DTreeWidget::ProjectPointsToOrthoPlane()
 {
   zvTraceMacro("zv3DTreeWidget::ProjectPointsToOrthoPlane()");
-}
-
-void zv3DTreeWidget::SetHandleProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->HandleProperty, property);
-}
-
-vtkProperty* zv3DTreeWidget::GetHandleProperty()
-{
-  return this->HandleProperty;
-}
-
-void zv3DTreeWidget::SetSelectedHandleProperty(vtkProperty* property)
-{
-  this->ReplaceProperty(this->SelectedHandleProperty, property);
-}
-
-vtkProperty* zv3DTreeWidget::GetSelectedHandleProperty()
-{
-  return this->SelectedHandleProperty;
 }
 
 void zv3DTreeWidget::SizeHandles()
@@ -389,15 +293,6 @@ void zv3DTreeWidget::CreateDefaultProperties()
   {
     this->SelectedLineProperty = zvMarkerParts::MakeProperty(0.0, 1.0, 0.2);
     this->SelectedLineProperty->SetLineWidth(2.0f);
-  }
-}
-
-void zv3DTreeWidget::ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property)
-{
-  if (field != property)
-  {
-    field = property;
-    this->Modified();
   }
 }
 
@@ -497,12 +392,6 @@ void zv3DTreeWidget::TakeOutOfAllViews()
   zvViewLookup::TakeOut(this->SelectedPointActor);
   zvViewLookup::TakeOut(this->LinesActor);
   zvViewLookup::TakeOut(this->SelectedLineActor);
-}
-
-void zv3DTreeWidget::RenderViews()
-{
-  zvFourViews::Render(
-    { this->InteractorX, this->InteractorY, this->InteractorZ, this->Interactor3D });
 }
 
 void zv3DTreeWidget::Show()

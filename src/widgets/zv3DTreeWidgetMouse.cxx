@@ -2,16 +2,13 @@
 
 #include "zv3DTreeWidget.h"
 
-#include "zvDispatch.h"
 #include "zvDrag.h"
-#include "zvFourViews.h"
+#include "zvEvents.h"
 #include "zvMessages.h"
 #include "zvPick.h"
 #include "zvViewLookup.h"
 
-#include "vtkCallbackCommand.h"
 #include "vtkCellPicker.h"
-#include "vtkRenderWindow.h"
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 
@@ -28,6 +25,7 @@ void zv3DTreeWidget::OnLeftButtonDown()
     this->State = Outside;
     return;
   }
+  const auto self = zvEvents::Hold(this); // the label renders in between
   this->SetTextToActorPosition(this->CurrentPoint);
   this->BeginInteraction();
 }
@@ -93,6 +91,7 @@ void zv3DTreeWidget::OnMouseMove()
   {
     return;
   }
+  const auto self = zvEvents::Hold(this); // the label renders in between
   if (this->State == Moving)
   {
     this->MovePoint(previous, current);
@@ -114,14 +113,6 @@ void zv3DTreeWidget::OnMouseWheelBackward()
 {
   zvTraceMacro("zv3DTreeWidget::OnMouseWheelBackward()");
   this->FollowWheel();
-}
-
-void zv3DTreeWidget::ProcessEvents(
-  vtkObject* vtkNotUsed(object), unsigned long event, void* clientdata, void* vtkNotUsed(calldata))
-{
-  // An observer may release the widget while its handler runs.
-  const vtkSmartPointer<zv3DTreeWidget> self = static_cast<zv3DTreeWidget*>(clientdata);
-  zvDispatch::ToHandler(self.GetPointer(), event);
 }
 
 int zv3DTreeWidget::IsClicked()
@@ -180,33 +171,4 @@ void zv3DTreeWidget::FollowWheel()
     this->SizeHandles();
     this->RenderViews();
   }
-}
-
-void zv3DTreeWidget::BeginInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->StartInteraction();
-  }
-  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  this->RenderViews();
-}
-
-void zv3DTreeWidget::TellMotion()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  this->RenderViews();
-}
-
-void zv3DTreeWidget::FinishInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->EndInteraction();
-  }
-  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  this->RenderViews();
 }

@@ -34,6 +34,10 @@ namespace
 constexpr double PickTolerance = 0.005; // of the window's diagonal
 }
 
+#define zvMarker zvSeedWidget
+#include "zvMarkerAccessors.inl"
+#undef zvMarker
+
 vtkObjectFactoryNewMacro(zvSeedWidget);
 
 vtkObject* vtkInstantiatorzvSeedWidgetNew()
@@ -95,17 +99,6 @@ void zvSeedWidget::SetEnabled(int enabling)
   }
 }
 
-void zvSeedWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
-{
-  // An observer may release the widget or change its interactor, too.
-  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
-  if (this->Interactor && this->Enabled && interactor != this->Interactor)
-  {
-    this->SetEnabled(0);
-  }
-  this->vtk3DWidget::SetInteractor(interactor);
-}
-
 void zvSeedWidget::PlaceWidget(double* bds)
 {
   zvTraceMacro("zvSeedWidget::PlaceWidget(double bds[6])");
@@ -133,72 +126,12 @@ void zvSeedWidget::PlaceWidget(double* bds)
   this->SizeHandles();
 }
 
-void zvSeedWidget::PlaceWidget()
-{
-  this->Superclass::PlaceWidget();
-}
-
-void zvSeedWidget::PlaceWidget(
-  double xmin, double xmax, double ymin, double ymax, double zmin, double zmax)
-{
-  this->Superclass::PlaceWidget(xmin, xmax, ymin, ymax, zmin, zmax);
-}
-
 void zvSeedWidget::SizeHandles()
 {
   zvTraceMacro("zvSeedWidget::SizeHandles()");
   const double radius = this->GetRadius();
   zvMarkerParts::SetRadius(this->HandleSources, radius);
   zvMarkerParts::SetRadius(this->HandleSources3D, radius);
-}
-
-void zvSeedWidget::SetProjectToPlane(int on)
-{
-  if (on != this->ProjectToPlane)
-  {
-    this->ProjectToPlane = on;
-    this->Modified();
-  }
-}
-
-int zvSeedWidget::GetProjectToPlane()
-{
-  return this->ProjectToPlane;
-}
-
-void zvSeedWidget::ProjectToPlaneOn()
-{
-  this->SetProjectToPlane(1);
-}
-
-void zvSeedWidget::ProjectToPlaneOff()
-{
-  this->SetProjectToPlane(0);
-}
-
-// Deliberate: the only normal is 0.
-void zvSeedWidget::SetProjectionNormal(int vtkNotUsed(normal))
-{
-  if (this->ProjectionNormal != 0)
-  {
-    this->ProjectionNormal = 0;
-    this->Modified();
-  }
-}
-
-int zvSeedWidget::GetProjectionNormalMinValue()
-{
-  return 0;
-}
-
-int zvSeedWidget::GetProjectionNormalMaxValue()
-{
-  return 0;
-}
-
-int zvSeedWidget::GetProjectionNormal()
-{
-  return this->ProjectionNormal;
 }
 
 void zvSeedWidget::SetProjectionPosition(double position)
@@ -209,39 +142,6 @@ void zvSeedWidget::SetProjectionPosition(double position)
   {
     this->ProjectPointsToPlane();
   }
-}
-
-double zvSeedWidget::GetProjectionPosition()
-{
-  return this->ProjectionPosition;
-}
-
-void zvSeedWidget::SetHandleProperty(vtkProperty* property)
-{
-  if (property != this->HandleProperty)
-  {
-    this->HandleProperty = property;
-    this->Modified();
-  }
-}
-
-vtkProperty* zvSeedWidget::GetHandleProperty()
-{
-  return this->HandleProperty;
-}
-
-void zvSeedWidget::SetSelectedHandleProperty(vtkProperty* property)
-{
-  if (property != this->SelectedHandleProperty)
-  {
-    this->SelectedHandleProperty = property;
-    this->Modified();
-  }
-}
-
-vtkProperty* zvSeedWidget::GetSelectedHandleProperty()
-{
-  return this->SelectedHandleProperty;
 }
 
 void zvSeedWidget::SetPlaneSource(vtkPlaneSource* plane)
@@ -281,12 +181,6 @@ void zvSeedWidget::SetCurrentRender(vtkRenderer* render)
   {
     vtkGenericWarningMacro("set a renderer that is in a render window for CurrentRenderer...");
   }
-}
-
-void zvSeedWidget::SetCurrentRenderer(vtkRenderer* renderer)
-{
-  this->RawView->ReleaseRenderer();
-  this->Superclass::SetCurrentRenderer(renderer);
 }
 
 void zvSeedWidget::AddHandle(double* x, int)
@@ -595,9 +489,7 @@ void zvSeedWidget::OnMouseMove()
   {
     this->ProjectPointsToPlane();
   }
-  this->EventCallbackCommand->SetAbortFlag(1);
-  this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
-  this->RenderViews();
+  this->TellMotion();
 }
 
 void zvSeedWidget::OnMouseWheelForward()
@@ -612,14 +504,6 @@ void zvSeedWidget::OnMouseWheelBackward()
   zvTraceMacro("zvSeedWidget::OnMouseWheelBackward()");
   this->SizeHandles();
   this->RenderViews();
-}
-
-void zvSeedWidget::ProcessEvents(
-  vtkObject* vtkNotUsed(object), unsigned long event, void* clientdata, void* vtkNotUsed(calldata))
-{
-  // An observer may release the widget while its handler runs.
-  const vtkSmartPointer<zvSeedWidget> self = static_cast<zvSeedWidget*>(clientdata);
-  zvDispatch::ToHandler(self.GetPointer(), event);
 }
 
 void zvSeedWidget::Show()
@@ -776,32 +660,4 @@ vtkProp* zvSeedWidget::PickSeed()
   const int* position = this->Interactor->GetEventPosition();
   return zvViewPicker::PickProp(
     this->HandlePicker, position[0], position[1], this->CurrentRenderer);
-}
-
-void zvSeedWidget::RenderViews()
-{
-  zvFourViews::Render(
-    { this->InteractorX, this->InteractorY, this->InteractorZ, this->Interactor3D });
-}
-
-void zvSeedWidget::BeginInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->StartInteraction();
-  }
-  this->InvokeEvent(vtkCommand::StartInteractionEvent, nullptr);
-  this->RenderViews();
-}
-
-void zvSeedWidget::FinishInteraction()
-{
-  this->EventCallbackCommand->SetAbortFlag(1);
-  if (this->Interactor && this->Interactor->GetRenderWindow())
-  {
-    this->EndInteraction();
-  }
-  this->InvokeEvent(vtkCommand::EndInteractionEvent, nullptr);
-  this->RenderViews();
 }

@@ -267,6 +267,9 @@ protected:
   void RemoveSeedsFromViews();
   ///@}
 
+  /// Take a reference to another property and call Modified.
+  void ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property);
+
   /// Take one seed out of everything, by its slice actor.
   void EraseSeed(vtkProp* sliceActor);
 
@@ -295,9 +298,12 @@ protected:
   /// Render X, Y, Z and 3D.
   void RenderViews();
 
+  ///@{
   /// Set the abort flag, tell, render. Each bears that an observer has taken the interactor.
   void BeginInteraction();
+  void TellMotion();
   void FinishInteraction();
+  ///@}
 
   int State = Start;
   int ProjectionNormal = 0;

@@ -311,6 +311,18 @@ TEST_F(Ruler3DWidget, ClearWithoutAnInteractorLeavesTheRulerToBeSeen)
   EXPECT_NE(this->Widget->CurrentHandle, nullptr);
 }
 
+TEST_F(Ruler3DWidget, ClearCountsAsDisablingAlsoWithoutAnInteractor)
+{
+  this->Widget->SetEnabled(1);
+  this->AddThree();
+  vtkSmartPointer<vtkRenderer> kept = this->Renderer(Z);
+  this->In(Z).DropInteractor();
+  EXPECT_EQ(this->Widget->GetEnabled(), 1);
+  this->Widget->Clear();
+  EXPECT_EQ(this->Widget->GetEnabled(), 0);
+  EXPECT_EQ(this->CountPoints(), 0);
+}
+
 TEST_F(Ruler3DWidget, WhatAClearLeftToBeSeenIsStillHitAndHarmless)
 {
   this->AddThree();

@@ -416,6 +416,46 @@ TEST_F(TreeLife, SurvivesARenderThatReleasesIt)
   }
 }
 
+TEST_F(TreeLife, MayBeReleasedInAHandlerThatAHostCalls)
+{
+  struct Row
+  {
+    const char* Name;
+    unsigned long Event;
+    std::function<void(OpenTree*)> Handler;
+  };
+  const Row rows[] = {
+    { "left press", vtkCommand::StartInteractionEvent,
+      [](OpenTree* tree) { tree->OnLeftButtonDown(); } },
+    { "middle press", vtkCommand::StartInteractionEvent,
+      [](OpenTree* tree) { tree->OnMiddleButtonDown(); } },
+    { "move", vtkCommand::InteractionEvent, [](OpenTree* tree) { tree->OnMouseMove(); } },
+    { "left release", vtkCommand::EndInteractionEvent,
+      [](OpenTree* tree) { tree->OnLeftButtonUp(); } },
+    { "middle release", vtkCommand::EndInteractionEvent,
+      [](OpenTree* tree) { tree->OnMiddleButtonUp(); } },
+  };
+  for (const Row& row : rows)
+  {
+    for (bool byRender : { false, true })
+    {
+      SCOPED_TRACE(row.Name);
+      this->MakeTree();
+      this->ShowSquare();
+      this->PointerIn(Z).MoveTo(this->OnPoint(Z, 2));
+      this->Tree->State = zv3DTreeWidget::Moving;
+      const vtkWeakPointer<OpenTree> alive = this->Tree.Get();
+      const auto release = [this](const zvtest::RecordedEvent&) { this->Tree = nullptr; };
+      zvtest::EventRecorder recorder;
+      byRender ? recorder.Watch(this->Interactor(X), { vtkCommand::RenderEvent }, release)
+               : recorder.Watch(this->Tree, { row.Event }, release);
+      row.Handler(alive);
+      EXPECT_EQ(alive, nullptr);
+      EXPECT_EQ(this->CountProps(), (std::array<int, 4>{ { 0, 0, 0, 0 } }));
+    }
+  }
+}
+
 TEST_F(TreeLife, ClearedOrDeletedItLeavesViewsThatWereReplaced)
 {
   this->ShowSquare();

@@ -7,7 +7,11 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 using ::testing::Each;
 using ::testing::ElementsAre;
@@ -686,6 +690,32 @@ TYPED_TEST(Markers, MayBeDeletedByTheirOwnObservers)
     }
     EXPECT_EQ(this->Widget, nullptr) << event;
     EXPECT_THAT(this->CountProps(), Each(0)) << event;
+  }
+}
+
+TYPED_TEST(Markers, MayBeDeletedInAHandlerThatAHostCalls)
+{
+  using Marker = typename TestFixture::Open;
+  const std::pair<unsigned long, std::function<void(Marker*)>> rows[] = {
+    { vtkCommand::StartInteractionEvent, [](Marker* widget) { widget->OnLeftButtonDown(); } },
+    { vtkCommand::InteractionEvent, [](Marker* widget) { widget->OnMouseMove(); } },
+    { vtkCommand::EndInteractionEvent, [](Marker* widget) { widget->OnLeftButtonUp(); } },
+  };
+  for (const auto& row : rows)
+  {
+    this->MakeWidget();
+    this->AddThree();
+    this->Widget->SetEnabled(1);
+    this->Widget->SetCurrentActorIndex(1);
+    const zvtest::Display at = this->In(Z).At(this->PositionOf(1));
+    this->Interactor(Z)->SetEventInformation(at[0], at[1]);
+    this->Widget->SetState(TestFixture::Class::Moving);
+    zvtest::EventRecorder recorder;
+    recorder.Watch(this->Widget, { row.first },
+      [this](const zvtest::RecordedEvent&) { this->Widget = nullptr; });
+    row.second(this->Widget);
+    EXPECT_EQ(this->Widget, nullptr) << vtkCommand::GetStringFromEventId(row.first);
+    EXPECT_THAT(this->CountProps(), Each(0));
   }
 }
 
