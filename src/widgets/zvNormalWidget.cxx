@@ -492,16 +492,27 @@ void zvNormalWidget::SetDirections(vtkConeSource* first, vtkConeSource* second)
 
 void zvNormalWidget::GetPoint1(double point[3])
 {
-  this->LineSource->GetPoint1(point);
+  if (point)
+  {
+    this->LineSource->GetPoint1(point);
+  }
 }
 
 void zvNormalWidget::GetPoint2(double point[3])
 {
-  this->LineSource->GetPoint2(point);
+  if (point)
+  {
+    this->LineSource->GetPoint2(point);
+  }
 }
 
 void zvNormalWidget::MoveHandle(double* p1, double* p2)
 {
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before moving a handle...");
+    return;
+  }
   if (!this->CurrentHandle)
   {
     vtkGenericWarningMacro("there is no current handle");
@@ -523,6 +534,11 @@ void zvNormalWidget::MoveHandle(double* p1, double* p2)
 
 void zvNormalWidget::Translate(double* p1, double* p2)
 {
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before moving the normal...");
+    return;
+  }
   double motion[3];
   double point1[3];
   double point2[3];
@@ -594,6 +610,7 @@ void zvNormalWidget::OnLeftButtonDown()
     this->State = Start;
     this->HighlightNormal(0);
   }
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this); // hosts call handlers, too
   this->EventCallbackCommand->SetAbortFlag(1);
   if (this->Interactor->GetRenderWindow())
   {
@@ -648,6 +665,7 @@ void zvNormalWidget::OnMouseMove()
   {
     this->MoveHandle(previous, current);
   }
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->EventCallbackCommand->SetAbortFlag(1);
   this->InvokeEvent(vtkCommand::InteractionEvent, nullptr);
 }
@@ -660,6 +678,7 @@ void zvNormalWidget::OnLeftButtonUp()
   }
   this->HighlightNormal(0);
   this->SizeHandles();
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->EventCallbackCommand->SetAbortFlag(1);
   if (this->Interactor && this->Interactor->GetRenderWindow())
   {

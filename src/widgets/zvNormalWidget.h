@@ -165,7 +165,7 @@ public:
 
   ///@{
   /// Move one end and turn both cones (default -0.5, 0, 0 and 0.5, 0, 0). Without limits. They
-  /// render nothing and do not call Modified.
+  /// render nothing and do not call Modified. Reading an end into null does nothing.
   void SetPoint1(double x, double y, double z);
   void SetPoint2(double x, double y, double z);
   void GetPoint1(double point[3]);
@@ -173,10 +173,12 @@ public:
   ///@}
 
   /// Move the end whose cone is dragged by the way from \a p1 to \a p2. Without one: the generic
-  /// warning "there is no current handle". Renders nothing.
+  /// warning "there is no current handle"; with null "give both ends of the motion before moving a
+  /// handle...". Renders nothing.
   void MoveHandle(double* p1, double* p2);
 
-  /// Move both ends by the way from \a p1 to \a p2. Renders nothing.
+  /// Move both ends by the way from \a p1 to \a p2. Null: the generic warning "give both ends of
+  /// the motion before moving the normal...". Renders nothing.
   void Translate(double* p1, double* p2);
 
   /// Show line and cones as grabbed (not 0) or at rest (0), and let go of the cone that is dragged

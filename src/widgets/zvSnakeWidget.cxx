@@ -144,6 +144,7 @@ void zvSnakeWidget::AddObservers()
   }
   zvEvents::Observe(this->Interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
   zvObservedSubjects::Add(this->Observed, this->Interactor);
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
 }
 
@@ -386,6 +387,11 @@ void zvSnakeWidget::UpdateAreaLabel()
 void zvSnakeWidget::Move(double* p1, double* p2, int vtkNotUsed(X), int vtkNotUsed(Y))
 {
   zvTraceMacro("void zvSnakeWidget::Move(double *p1, double *p2, int vtkNotUsed(X), int Y)");
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before moving the snake...");
+    return;
+  }
   double bounds[6];
   if (!GetImageBounds(bounds))
   {
@@ -411,6 +417,11 @@ void zvSnakeWidget::Move(double* p1, double* p2, int vtkNotUsed(X), int vtkNotUs
 void zvSnakeWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
 {
   zvTraceMacro("void zvSnakeWidget::Scale(double *p1, double *p2, int vtkNotUsed(X), int Y)");
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before scaling the snake...");
+    return;
+  }
   if (!this->Interactor)
   {
     vtkGenericWarningMacro("set interactor before scaling the snake...");
@@ -452,6 +463,7 @@ void zvSnakeWidget::OnLeftButtonDown()
     return;
   }
   this->State = Moving;
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this); // hosts call handlers, too
   const bool wasEnabled = this->Enabled != 0;
   this->BeginInteraction();
   this->UpdateAreaLabelAfterTelling(wasEnabled);
@@ -478,6 +490,7 @@ void zvSnakeWidget::OnMiddleButtonDown()
   }
   // Deliberate: without a pick, a ring too small to be hit can be resized.
   this->State = Scaling;
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   const bool wasEnabled = this->Enabled != 0;
   this->BeginInteraction();
   this->UpdateAreaLabelAfterTelling(wasEnabled);
@@ -503,6 +516,7 @@ void zvSnakeWidget::OnRightButtonUp()
 void zvSnakeWidget::OnMouseMove()
 {
   zvTraceMacro("zvSnakeWidget::OnMouseMove()");
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   const bool wasEnabled = this->Enabled != 0;
   if (!this->Interaction || this->FollowPointer())
   {
@@ -622,6 +636,7 @@ bool zvSnakeWidget::FollowPointer()
 
 void zvSnakeWidget::FinishDrag()
 {
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   const bool wasEnabled = this->Enabled != 0;
   if (this->Interaction)
   {

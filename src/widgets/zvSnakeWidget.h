@@ -203,8 +203,9 @@ public:
   /// x and y bounds of the current image; or let the radius grow or shrink by its length, up if
   /// the last event was below \a Y, to at most half the smaller side of the image in x and y, and
   /// to a thousandth of that side where it would vanish. Both make the ring anew: what a host has
-  /// deformed is a circle again. Without a current image, or Scale without an interactor: a generic
-  /// warning that says which, and nothing changes. Render nothing.
+  /// deformed is a circle again; while Interaction is off only center or radius change. Without a
+  /// current image, with null, or Scale without an interactor: a generic warning that says which,
+  /// and nothing changes. Render nothing.
   void Move(double* p1, double* p2, int X, int Y);
   void Scale(double* p1, double* p2, int X, int Y);
   ///@}

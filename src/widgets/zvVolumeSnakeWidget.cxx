@@ -384,6 +384,13 @@ void zvVolumeSnakeWidget::SphereHandleVisibilityOff()
 
 void zvVolumeSnakeWidget::AddHandle(double* pos)
 {
+  if (!pos)
+  {
+    vtkGenericWarningMacro("give the handle a position...");
+    return;
+  }
+  // To be enabled by it may lead an observer to release the widget.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
   {
     this->CurrentHandleIndex = this->HighlightHandle();
@@ -405,6 +412,11 @@ void zvVolumeSnakeWidget::AddHandle(double* pos)
 
 void zvVolumeSnakeWidget::Translate(double* p1, double* p2)
 {
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before moving the contour...");
+    return;
+  }
   const Position motion = zvCurveParts::MotionBetween(p1, p2);
   if (!zvNumbers::AreFinite(motion.data()))
   {
@@ -418,6 +430,11 @@ void zvVolumeSnakeWidget::Translate(double* p1, double* p2)
 
 void zvVolumeSnakeWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
 {
+  if (!p1 || !p2)
+  {
+    vtkGenericWarningMacro("give both ends of the motion before scaling the contour...");
+    return;
+  }
   if (!this->Interactor)
   {
     vtkGenericWarningMacro("set interactor before scaling the contour...");

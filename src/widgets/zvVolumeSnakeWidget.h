@@ -175,7 +175,7 @@ public:
   ///@}
 
   /// As the parent's, but State stays as it is when a handle is added, and after a hit the handle
-  /// that was hit is the current one.
+  /// that was hit is the current one. Null: the generic warning "give the handle a position...".
   void AddHandle(double* pos);
 
   ///@{
@@ -185,7 +185,9 @@ public:
   /// the last event was not below \a Y, and grow otherwise, by the length of the motion as a part
   /// of the points' mean distance; Center stays. Where that is no number nothing is scaled. An
   /// empty contour is not scaled; without an interactor: the generic warning "set interactor before
-  /// scaling the contour...", and nothing changes. Render nothing.
+  /// scaling the contour...", and nothing changes. Null: the generic warning "give both ends of the
+  /// motion before moving the contour..." or "... scaling the contour...", likewise. Render
+  /// nothing.
   void Translate(double* p1, double* p2);
   void Scale(double* p1, double* p2, int X, int Y);
   ///@}

@@ -80,6 +80,8 @@ void zvWidgets::AddObservers()
     return;
   }
   zvEvents::Observe(this->Interactor, zvEvents::Handle, this->EventCallbackCommand, this->Priority);
+  // Held, as an observer may release the widget.
+  const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   this->InvokeEvent(vtkCommand::EnableEvent, nullptr);
 }
 

@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <limits>
 #include <sstream>
 
@@ -459,6 +460,8 @@ TEST_F(NormalWidgetAlone, TheNormalIsTheUnitVectorFromPointOneToPointTwo)
   this->Normal->SetPoint2(1, 1, 1);
   EXPECT_EQ(this->Direction(), (World{ { 0, 0, 0 } }));
   this->Normal->GetNormal(nullptr);
+  this->Normal->GetPoint1(nullptr);
+  this->Normal->GetPoint2(nullptr);
 }
 
 TEST_F(NormalWidget, SettingAPointMovesItsEndAndTurnsBothCones)
@@ -523,6 +526,29 @@ TEST_F(NormalWidgetAlone, MovesNothingWithoutAHeldCone)
   this->Normal->MoveHandle(from.data(), to.data());
   this->ExpectGenericWarning("zvNormalWidget", NoHandle);
   EXPECT_EQ(this->Point1(), first);
+}
+
+TEST_F(NormalWidgetAlone, MovesNothingWithoutBothEndsOfTheMotion)
+{
+  this->Normal->SetPoint1(10, 10, 40);
+  this->Normal->SetPoint2(30, 25, 40);
+  const World first = this->Point1();
+  const World second = this->Point2();
+  World end{ { 1, 1, 1 } };
+  this->Normal->CurrentHandle = this->Normal->Cone1Source;
+  for (bool isFirst : { true, false })
+  {
+    double* p1 = isFirst ? nullptr : end.data();
+    double* p2 = isFirst ? end.data() : nullptr;
+    this->Normal->MoveHandle(p1, p2);
+    this->ExpectGenericWarning(
+      "zvNormalWidget", "give both ends of the motion before moving a handle...");
+    this->Normal->Translate(p1, p2);
+    this->ExpectGenericWarning(
+      "zvNormalWidget", "give both ends of the motion before moving the normal...");
+    EXPECT_EQ(this->Point1(), first);
+    EXPECT_EQ(this->Point2(), second);
+  }
 }
 
 TEST_F(NormalWidgetAlone, TranslationKeepsTheDirection)
@@ -938,6 +964,38 @@ TEST_F(NormalWidget, MayBeReleasedFromAnyOfItsEvents)
     this->Normal->SetViewerWidgetY(this->Y->Viewer);
     this->Normal->SetViewerWidgetZ(this->Z->Viewer);
     this->Normal->SetRenderer3D(this->Depth->Renderer());
+  }
+}
+
+TEST_F(NormalWidget, MayBeReleasedInAHandlerThatAHostCalls)
+{
+  struct Row
+  {
+    int State;
+    std::function<void(OpenNormal*)> Handler;
+  };
+  const Row rows[] = {
+    { zvNormalWidget::Start, [](OpenNormal* normal) { normal->OnLeftButtonDown(); } },
+    { zvNormalWidget::Translating, [](OpenNormal* normal) { normal->OnMouseMove(); } },
+    { zvNormalWidget::Translating, [](OpenNormal* normal) { normal->OnLeftButtonUp(); } },
+  };
+  this->Interactor()->SetEventInformation(200, 200);
+  for (const Row& row : rows)
+  {
+    auto normal = vtkSmartPointer<OpenNormal>::Take(OpenNormal::New());
+    normal->SetViewerWidgetX(this->X->Viewer);
+    normal->SetViewerWidgetY(this->Y->Viewer);
+    normal->SetViewerWidgetZ(this->Z->Viewer);
+    normal->SetRenderer3D(this->Depth->Renderer());
+    normal->SetViewerWidgetCurrent(this->Z->Viewer);
+    normal->State = row.State;
+    const vtkWeakPointer<OpenNormal> alive = normal.Get();
+    zvtest::EventRecorder told;
+    told.Watch(
+      normal, zvtest::WidgetEvents, [&normal](const zvtest::RecordedEvent&) { normal = nullptr; });
+    row.Handler(alive);
+    EXPECT_EQ(told.Events().size(), 1u);
+    EXPECT_EQ(alive, nullptr);
   }
 }
 

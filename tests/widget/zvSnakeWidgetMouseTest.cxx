@@ -782,6 +782,39 @@ TEST_F(SnakeWidgetMouse, SurvivesObserversThatDisableOrCutOffOrReleaseIt)
   }
 }
 
+TEST_F(SnakeWidgetMouse, MayBeReleasedInAnOperationThatAHostCalls)
+{
+  struct Row
+  {
+    unsigned long Event;
+    std::function<void(zvSnakeWidget*)> Handler;
+  };
+  const Row rows[] = {
+    { vtkCommand::StartInteractionEvent, [](zvSnakeWidget* snake) { snake->OnLeftButtonDown(); } },
+    { vtkCommand::StartInteractionEvent,
+      [](zvSnakeWidget* snake) { snake->OnMiddleButtonDown(); } },
+    { vtkCommand::InteractionEvent, [](zvSnakeWidget* snake) { snake->OnMouseMove(); } },
+    { vtkCommand::EndInteractionEvent, [](zvSnakeWidget* snake) { snake->OnLeftButtonUp(); } },
+    { vtkCommand::EndInteractionEvent, [](zvSnakeWidget* snake) { snake->OnMiddleButtonUp(); } },
+    { vtkCommand::EnableEvent, [](zvSnakeWidget* snake) { snake->AddObservers(); } },
+  };
+  for (const Row& row : rows)
+  {
+    this->MakeSnake();
+    this->Show();
+    this->Pointer.MoveTo(this->OnRing());
+    this->Snake->State = zvSnakeWidget::Moving;
+    const vtkWeakPointer<zvSnakeWidget> alive = this->Snake.Get();
+    zvtest::EventRecorder recorder;
+    recorder.Watch(
+      this->Snake, { row.Event }, [this](const zvtest::RecordedEvent&) { this->Snake = nullptr; });
+    row.Handler(alive);
+    EXPECT_EQ(alive, nullptr);
+    EXPECT_EQ(this->Scene.Renderer(0)->GetViewProps()->GetNumberOfItems(), 0);
+    EXPECT_EQ(this->Scene.Renderer(1)->GetViewProps()->GetNumberOfItems(), 0);
+  }
+}
+
 TEST_F(SnakeWidgetMouse, DisabledFromAnObserverItsLabelDoesNotComeBack)
 {
   for (unsigned long event : { vtkCommand::StartInteractionEvent, vtkCommand::InteractionEvent,

@@ -563,6 +563,40 @@ TEST_F(SnakeWidget, MovingTakesTheCenterAlongAllAxesWithinTheImageInTwo)
   }
 }
 
+TEST_F(SnakeWidget, WithInteractionOffOnlyCenterAndRadiusFollow)
+{
+  this->Show();
+  this->Snake->SetInteraction(false);
+  double from[3] = { 0.0, 0.0, 0.0 };
+  double to[3] = { 3.0, 0.0, 0.0 };
+  this->Snake->Move(from, to, 0, 0);
+  this->ExpectNear(this->Center(), { { 3, 0, 0 } }, 0.0);
+  this->ExpectCircle({ { 0, 0, 0 } }, 5.0);
+  this->Snake->Scale(from, to, 0, std::numeric_limits<int>::max());
+  EXPECT_DOUBLE_EQ(this->Snake->GetRadius(), 8.0);
+  this->ExpectCircle({ { 0, 0, 0 } }, 5.0);
+}
+
+TEST_F(SnakeWidget, WithoutBothEndsOfAMotionNothingMovesOrScales)
+{
+  this->Show();
+  double end[3] = { 1.0, 1.0, 0.0 };
+  for (bool first : { true, false })
+  {
+    double* p1 = first ? nullptr : end;
+    double* p2 = first ? end : nullptr;
+    this->Snake->Move(p1, p2, 0, 0);
+    this->ExpectGenericWarning(
+      "zvSnakeWidget", "give both ends of the motion before moving the snake...");
+    this->Snake->Scale(p1, p2, 0, 0);
+    this->ExpectGenericWarning(
+      "zvSnakeWidget", "give both ends of the motion before scaling the snake...");
+    this->ExpectNear(this->Center(), { { 0, 0, 0 } }, 0.0);
+    EXPECT_EQ(this->Snake->GetRadius(), 5.0);
+    this->ExpectCircle({ { 0, 0, 0 } }, 5.0);
+  }
+}
+
 TEST_F(SnakeWidget, WithoutACurrentImageNothingMovesOrScales)
 {
   this->Show();

@@ -2,6 +2,7 @@
 
 #include "vtkPropCollection.h"
 #include "vtkProperty.h"
+#include "vtkWeakPointer.h"
 
 #include <gmock/gmock.h>
 
@@ -598,6 +599,22 @@ TEST_F(VolumeSnakeWidgetMouse, AddHandleOnTheFirstHandleClosesAndEnables)
   EXPECT_EQ(this->Snake->GetState(), zvVolumeSnakeWidget::Start);
   EXPECT_EQ(this->Snake->GetEnabled(), 1);
   EXPECT_EQ(this->Snake->CurrentHandleIndex, 0); // kept, unlike the parent's
+}
+
+TEST_F(VolumeSnakeWidgetMouse, MayBeReleasedWhenAHandleClosesAndEnablesIt)
+{
+  this->GiveHandles();
+  const zvtest::Display at = this->At({ { -15, 15, 2 } });
+  this->Scene.Interactor()->SetEventPosition(at[0], at[1]);
+  const vtkWeakPointer<zvVolumeSnakeWidget> alive = this->Snake.Get();
+  zvtest::EventRecorder recorder;
+  recorder.Watch(this->Snake, { vtkCommand::EnableEvent },
+    [this](const zvtest::RecordedEvent&) { this->Snake = nullptr; });
+  double position[3] = { 1.0, 2.0, 3.0 };
+  alive->AddHandle(position);
+  EXPECT_EQ(recorder.Count(vtkCommand::EnableEvent), 1);
+  EXPECT_EQ(alive, nullptr);
+  EXPECT_EQ(this->Scene.Renderer(0)->GetViewProps()->GetNumberOfItems(), 0);
 }
 
 TEST_F(VolumeSnakeWidgetMouse, AddHandleOnAnotherHandleAddsNothingAndKeepsIt)

@@ -223,6 +223,9 @@ TEST_F(VolumeSnakeWidget, NothingIsSetByNull)
   this->ExpectGenericWarning("zvVolumeSnakeWidget", "set poly data for the frozen gradient...");
   this->Snake->SetSnakes3D(nullptr);
   this->ExpectGenericWarning("zvVolumeSnakeWidget", "set poly data for the 3D contours...");
+  this->Snake->AddHandle(nullptr);
+  this->ExpectGenericWarning("zvVolumeSnakeWidget", "give the handle a position...");
+  EXPECT_EQ(this->Snake->GetNumberOfHandles(), 0);
   this->Snake->GetColor(nullptr);
   this->ExpectNoMessage();
   EXPECT_EQ(this->Snake->GetSnake()->GetNumberOfPoints(), 100);
@@ -634,6 +637,26 @@ TEST_F(VolumeSnakeWidget, WhereNothingCanBeScaledThePointsStay)
   this->Snake->Translate(from, nowhere);
   this->ExpectPoints(SquarePlaces());
   ExpectNear(this->Center(), { { 0, 0, 0 } }, 0.0);
+}
+
+TEST_F(VolumeSnakeWidget, WithoutBothEndsOfAMotionNothingMovesOrScales)
+{
+  this->ShowSquare();
+  double end[3] = { 1.0, 1.0, 0.0 };
+  for (bool first : { true, false })
+  {
+    double* p1 = first ? nullptr : end;
+    double* p2 = first ? end : nullptr;
+    this->Snake->Translate(p1, p2);
+    this->ExpectGenericWarning(
+      "zvVolumeSnakeWidget", "give both ends of the motion before moving the contour...");
+    this->Snake->Scale(p1, p2, 0, 0);
+    this->ExpectGenericWarning(
+      "zvVolumeSnakeWidget", "give both ends of the motion before scaling the contour...");
+    this->ExpectPoints(SquarePlaces());
+    ExpectNear(this->Center(), { { 0, 0, 0 } }, 0.0);
+    EXPECT_EQ(this->Snake->GetRadius(), 0.5);
+  }
 }
 
 TEST_F(VolumeSnakeWidget, WithoutAnInteractorNothingScales)

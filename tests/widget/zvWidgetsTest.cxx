@@ -234,18 +234,21 @@ TEST_F(ZvWidgets, InteractionOffDetachesWithoutAWordAndOnAttachesAgain)
 
 TEST_F(ZvWidgets, AnObserverMayReleaseItWhileItIsAttached)
 {
-  EnabledWidget* widget = EnabledWidget::New();
-  widget->SetInteractor(this->Scene.Interactor());
-  widget->SetEnabled(1);
-  const vtkWeakPointer<EnabledWidget> watch = widget;
-  const vtkSmartPointer<vtkCommand> command = widget->GetCommand();
-  zvtest::EventRecorder events;
-  events.Watch(widget, { vtkCommand::EnableEvent },
-    [widget](const zvtest::RecordedEvent&) { widget->Delete(); });
-  widget->SetInteraction(true);
-  EXPECT_EQ(events.Count(vtkCommand::EnableEvent), 1);
-  EXPECT_EQ(watch, nullptr);
-  EXPECT_FALSE(this->Scene.Interactor()->HasObserver(vtkCommand::MouseMoveEvent, command));
+  for (bool byHand : { false, true })
+  {
+    EnabledWidget* widget = EnabledWidget::New();
+    widget->SetInteractor(this->Scene.Interactor());
+    widget->SetEnabled(1);
+    const vtkWeakPointer<EnabledWidget> watch = widget;
+    const vtkSmartPointer<vtkCommand> command = widget->GetCommand();
+    zvtest::EventRecorder events;
+    events.Watch(widget, { vtkCommand::EnableEvent },
+      [widget](const zvtest::RecordedEvent&) { widget->Delete(); });
+    byHand ? widget->AddObservers() : widget->SetInteraction(true);
+    EXPECT_EQ(events.Count(vtkCommand::EnableEvent), 1);
+    EXPECT_EQ(watch, nullptr);
+    EXPECT_FALSE(this->Scene.Interactor()->HasObserver(vtkCommand::MouseMoveEvent, command));
+  }
 }
 
 TEST_F(ZvWidgets, RemoveObserversDetachesWithoutAWord)
