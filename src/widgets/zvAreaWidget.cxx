@@ -1,10 +1,12 @@
 #include "zvAreaWidget.h"
 
+#include "zvCurveParts.h"
 #include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
 #include "zvLengthLabel.h"
+#include "zvMessages.h"
 #include "zvUtils.h"
 #include "zvViewLookup.h"
 
@@ -79,7 +81,7 @@ void zvAreaWidget::SetEnabled(int enabling)
   }
   else if (!enabling && this->Enabled)
   {
-    zvLengthLabel::Hide(this->AreaActor, this->CurrentRenderer);
+    zvViewLookup::TakeOut(this->AreaActor); // the current renderer may have been taken away
     this->Superclass::SetEnabled(0);
     zvViewLookup::Render(this->Interactor);
   }
@@ -109,6 +111,10 @@ void zvAreaWidget::UpdateAreaLabel()
 
 void zvAreaWidget::AddHandle(double* pos)
 {
+  if (!zvRequireMacro(pos, zvCurveParts::NoPosition))
+  {
+    return;
+  }
   const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
   {

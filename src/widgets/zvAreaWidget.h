@@ -70,7 +70,7 @@ public:
   /// or more and the event position is on a handle, add none: on the first handle the curve is
   /// closed, the widget enabled and the area computed. Takes the renderer under the last event
   /// position if there is none yet. State becomes Start on closing, else it is left alone. Renders
-  /// after appending.
+  /// after appending. Null only gives a generic warning.
   void AddHandle(double* pos);
 
   ///@{

@@ -38,7 +38,6 @@
 
 namespace
 {
-using zvCurveParts::MotionBetween;
 using zvHandleCurve::Position;
 using zvHandleCurve::Positions;
 
@@ -177,23 +176,10 @@ void zvLassoWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
 void zvLassoWidget::PlaceWidget(double bounds[6])
 {
   zvTraceMacro("zvLassoWidget::PlaceWidget(double bds[6])");
-  double adjusted[6];
-  double center[3];
-  this->AdjustBounds(bounds, adjusted, center);
-  if (this->ProjectToPlane)
+  if (zvRequireMacro(bounds, zvCurveParts::NoBounds))
   {
-    this->ProjectPointsToPlane();
+    this->PlaceHandles(bounds);
   }
-  else
-  {
-    this->WriteHandles(zvHandleCurve::OnDiagonal(adjusted, this->NumberOfHandles));
-  }
-  std::copy_n(adjusted, 6, this->InitialBounds);
-  const double low[3] = { adjusted[0], adjusted[2], adjusted[4] };
-  const double high[3] = { adjusted[1], adjusted[3], adjusted[5] };
-  this->InitialLength = std::sqrt(vtkMath::Distance2BetweenPoints(low, high));
-  // Deliberate: the line is not rebuilt. Hosts place first and give handles afterwards.
-  this->SizeHandles();
 }
 
 void zvLassoWidget::AddObservers()
@@ -211,11 +197,7 @@ void zvLassoWidget::SetProjectionPosition(double position)
 {
   zvTraceMacro("zvLassoWidget::SetProjectionPosition(double position)");
   this->ProjectionPosition = position;
-  if (this->ProjectToPlane)
-  {
-    this->ProjectPointsToPlane();
-  }
-  this->BuildRepresentation();
+  this->FollowMotion();
 }
 
 void zvLassoWidget::SetPlaneSource(vtkPlaneSource* plane)
@@ -269,42 +251,19 @@ void zvLassoWidget::SetNumberOfHandles(int count)
 void zvLassoWidget::SetResolution(int resolution)
 {
   zvTraceMacro("zvLassoWidget::SetResolution(int resolution)");
-  if (resolution == this->Resolution || resolution < this->NumberOfHandles - 1)
-  {
-    return;
-  }
-  this->Resolution = resolution;
-  this->ParametricFunctionSource->SetUResolution(resolution);
-  this->ParametricFunctionSource->Modified();
+  this->TakeResolution(resolution);
 }
 
 void zvLassoWidget::SetParametricSpline(zvParametricSpline* spline)
 {
   zvTraceMacro("zvLassoWidget::SetParametricSpline(zvParametricSpline* spline)");
-  if (spline == this->ParametricSpline)
-  {
-    return;
-  }
-  this->ParametricSpline = spline;
-  if (spline)
-  {
-    this->ParametricFunctionSource->SetParametricFunction(spline);
-  }
+  this->TakeSpline(spline);
 }
 
 void zvLassoWidget::SetClosed(int closed)
 {
   zvTraceMacro("zvLassoWidget::SetClosed(int closed)");
-  if (closed == this->Closed)
-  {
-    return;
-  }
-  this->Closed = closed;
-  if (this->ParametricSpline)
-  {
-    this->ParametricSpline->SetClosed(closed);
-  }
-  this->BuildRepresentation();
+  this->TakeClosed(closed);
 }
 
 void zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)
@@ -318,12 +277,20 @@ void zvLassoWidget::SetHandlePosition(int handle, double x, double y, double z)
 void zvLassoWidget::SetHandlePosition(int handle, double xyz[3])
 {
   zvTraceMacro("zvLassoWidget::SetHandlePosition(int handle, double xyz[3])");
+  if (!zvRequireMacro(xyz, zvCurveParts::NoPosition))
+  {
+    return;
+  }
   this->SetHandlePosition(handle, xyz[0], xyz[1], xyz[2]);
 }
 
 void zvLassoWidget::GetHandlePosition(int handle, double xyz[3])
 {
   zvTraceMacro("zvLassoWidget::GetHandlePosition(int handle, double xyz[3])");
+  if (!zvRequireMacro(xyz, zvCurveParts::NoRoom))
+  {
+    return;
+  }
   if (this->HasHandle(handle))
   {
     this->HandleGeometry[handle]->GetCenter(xyz);
@@ -394,6 +361,10 @@ void zvLassoWidget::EraseHandle(const int& index)
 void zvLassoWidget::InsertHandleOnLine(double* pos)
 {
   zvTraceMacro("zvLassoWidget::InsertHandleOnLine(double* pos)");
+  if (!zvRequireMacro(pos, zvCurveParts::NoPosition))
+  {
+    return;
+  }
   if (this->NumberOfHandles < 2 || this->LinePicker->GetCellId() == -1)
   {
     return;
@@ -441,6 +412,10 @@ void zvLassoWidget::SetState(int state)
 void zvLassoWidget::AddHandle(double* pos)
 {
   zvTraceMacro("zvLassoWidget::AddHandle(double x[3])");
+  if (!zvRequireMacro(pos, zvCurveParts::NoPosition))
+  {
+    return;
+  }
   const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
   {
@@ -513,56 +488,38 @@ void zvLassoWidget::ProjectPointsToObliquePlane()
 void zvLassoWidget::MovePoint(double* p1, double* p2)
 {
   zvTraceMacro("zvLassoWidget::MovePoint(double *p1, double *p2)");
-  Positions handles = this->ReadHandles();
-  if (this->CurrentHandleIndex < 0 || this->CurrentHandleIndex >= this->NumberOfHandles)
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion) && !this->MoveCurrentHandle(p1, p2))
   {
     vtkGenericWarningMacro("Spline handle index out of range.");
-    return;
   }
-  Positions moved(1, handles[this->CurrentHandleIndex]);
-  zvHandleCurve::Translate(moved, MotionBetween(p1, p2));
-  handles[this->CurrentHandleIndex] = moved.front();
-  this->WriteHandles(handles);
 }
 
 void zvLassoWidget::Translate(double* p1, double* p2)
 {
   zvTraceMacro("zvLassoWidget::Translate(double *p1, double *p2)");
-  Positions handles = this->ReadHandles();
-  zvHandleCurve::Translate(handles, MotionBetween(p1, p2));
-  this->WriteHandles(handles);
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion))
+  {
+    this->TranslateHandles(p1, p2);
+  }
 }
 
 void zvLassoWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
 {
   zvTraceMacro("zvLassoWidget::Scale(double *p1, double *p2, int vtkNotUsed(X), int Y)");
-  if (!this->Interactor)
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion))
   {
-    return;
+    this->ScaleHandles(p1, p2, Y);
   }
-  Positions handles = this->ReadHandles();
-  const bool shrink = this->Interactor->GetLastEventPosition()[1] >= Y;
-  zvHandleCurve::Scale(handles, std::sqrt(vtkMath::Distance2BetweenPoints(p1, p2)), shrink);
-  this->WriteHandles(handles);
 }
 
 void zvLassoWidget::Spin(double* p1, double* p2, double* vpn)
 {
   zvTraceMacro("zvLassoWidget::Spin(double *p1, double *p2, double *vpn)");
-  Position axis;
-  const bool canSpin = this->ProjectToPlane
-    ? zvHandleCurve::FindPlanarSpinAxis(this->ProjectionNormal, this->PlaneSource, axis)
-    : zvHandleCurve::FindFreeSpinAxis(MotionBetween(p1, p2), vpn, axis);
-  if (!canSpin)
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion) &&
+    zvRequireMacro(vpn || this->ProjectToPlane, zvCurveParts::NoViewNormal))
   {
-    return;
+    this->SpinHandles(p1, p2, vpn);
   }
-  const Position from{ { p1[0], p1[1], p1[2] } };
-  const Position to{ { p2[0], p2[1], p2[2] } };
-  const Position center{ { this->Centroid[0], this->Centroid[1], this->Centroid[2] } };
-  Positions handles = this->ReadHandles();
-  zvHandleCurve::Spin(handles, from, to, center, axis, this->Transform);
-  this->WriteHandles(handles);
 }
 
 int zvLassoWidget::HighlightHandle(vtkProp* prop)
@@ -587,16 +544,7 @@ int zvLassoWidget::HighlightHandle(vtkProp* prop)
 void zvLassoWidget::HighlightLine(int highlight)
 {
   zvTraceMacro("zvLassoWidget::HighlightLine(int highlight)");
-  if (highlight)
-  {
-    this->ValidPick = 1;
-    this->LinePicker->GetPickPosition(this->LastPickPosition);
-    this->LineActor->SetProperty(this->SelectedLineProperty);
-  }
-  else
-  {
-    this->LineActor->SetProperty(this->LineProperty);
-  }
+  this->ShowLineAs(highlight != 0);
 }
 
 void zvLassoWidget::OnLeftButtonDown()
@@ -651,36 +599,13 @@ void zvLassoWidget::OnMiddleButtonDown()
   zvTraceMacro("zvLassoWidget::OnMiddleButtonDown()");
   // Deliberate: a locked lasso can be grabbed with this button. Hosts lock all lassos while the
   // left button draws, and the middle one still moves them.
-  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
-  {
-    this->State = Outside;
-    return;
-  }
-  this->State = Moving;
-  if (!this->Pick(this->HandlePicker) && !this->Pick(this->LinePicker))
-  {
-    this->State = Outside;
-    this->HighlightLine(0);
-    this->CurveGrabbed = false;
-    return;
-  }
-  this->HighlightLine(1);
-  this->CurveGrabbed = true;
-  this->BeginInteraction();
+  this->GrabCurve();
 }
 
 void zvLassoWidget::OnMiddleButtonUp()
 {
   zvTraceMacro("zvLassoWidget::OnMiddleButtonUp()");
-  if (this->State == Start || this->State == Outside)
-  {
-    return;
-  }
-  this->State = Start;
-  this->HighlightLine(0);
-  this->CurveGrabbed = false;
-  this->SizeHandles();
-  this->FinishInteraction();
+  this->LetCurveGo();
 }
 
 // Deliberately empty but for the trace: the right button is the host's, for its menu.
@@ -888,9 +813,9 @@ void zvLassoWidget::DropStowedHandles()
 {
   for (vtkActor* handle : this->StowedHandle)
   {
-    if (handle && this->CurrentRenderer)
+    if (handle) // else it is in use again
     {
-      this->CurrentRenderer->RemoveViewProp(handle);
+      zvViewLookup::TakeOut(handle);
     }
   }
   this->StowedHandle.clear();
@@ -954,12 +879,7 @@ bool zvLassoWidget::TakeLineOrSpace()
   {
     return false;
   }
-  // A picker that misses puts its position under the pointer, at the depth of the focal point.
-  double position[3];
-  this->LinePicker->GetPickPosition(position);
-  zvViewLookup::Render(this->Interactor);
-  this->AddHandle(position);
-  this->State = Placing;
+  this->AppendHandleUnderPointer();
   return true;
 }
 
@@ -989,38 +909,15 @@ void zvLassoWidget::FinishInteraction()
     vtkCommand::EndInteractionEvent, [this] { this->EndInteraction(); });
 }
 
-void zvLassoWidget::MoveWithPointer(double previous[3], double current[3])
+bool zvLassoWidget::HoldsHandle()
 {
-  const int* position = this->Interactor->GetEventPosition();
-  switch (this->State)
-  {
-    case Moving:
-      this->CurrentHandle ? this->MovePoint(previous, current) : this->Translate(previous, current);
-      break;
-    case Scaling:
-      this->Scale(previous, current, position[0], position[1]);
-      break;
-    case Spinning:
-      this->Spin(previous, current, this->CurrentRenderer->GetActiveCamera()->GetViewPlaneNormal());
-      break;
-    default:
-      break;
-  }
+  return this->CurrentHandle != nullptr;
 }
 
 void zvLassoWidget::TellMotion()
 {
   zvInteraction::Tell(
     this, this->EventCallbackCommand, this->Interactor, vtkCommand::InteractionEvent);
-}
-
-void zvLassoWidget::ShowActor(vtkActor* actor, vtkProperty* property)
-{
-  if (this->CurrentRenderer)
-  {
-    this->CurrentRenderer->AddViewProp(actor);
-  }
-  actor->SetProperty(property);
 }
 
 void zvLassoWidget::ShowCurve()
@@ -1034,20 +931,10 @@ void zvLassoWidget::ShowCurve()
 
 void zvLassoWidget::HideCurve()
 {
-  if (this->CurrentRenderer)
+  // The current renderer may have been taken away.
+  zvViewLookup::TakeOut(this->LineActor);
+  for (vtkActor* handle : this->Handle)
   {
-    this->CurrentRenderer->RemoveViewProp(this->LineActor);
-  }
-  this->HideHandles();
-}
-
-void zvLassoWidget::HideHandles()
-{
-  if (this->CurrentRenderer)
-  {
-    for (vtkActor* handle : this->Handle)
-    {
-      this->CurrentRenderer->RemoveViewProp(handle);
-    }
+    zvViewLookup::TakeOut(handle);
   }
 }

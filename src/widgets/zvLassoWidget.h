@@ -102,7 +102,8 @@ public:
   ///@{
   /// Spread the handles on the diagonal of \a bounds (xmin, xmax, ymin, ymax, zmin, zmax), or with
   /// ProjectToPlane on move them to the plane. The line follows at the next BuildRepresentation,
-  /// not before; renders nothing. The other forms work out bounds as vtk3DWidget does.
+  /// not before; renders nothing. Null only gives a generic warning. The other forms work out
+  /// bounds as vtk3DWidget does.
   void PlaceWidget(double bounds[6]) override;
   void PlaceWidget() override;
   void PlaceWidget(
@@ -194,7 +195,8 @@ public:
 
   ///@{
   /// Move one handle; with ProjectToPlane on all are projected. Rebuilds the line, renders nothing.
-  /// Out of range: the error "zvLassoWidget: handle index out of range.", and nothing changes.
+  /// Out of range: the error "zvLassoWidget: handle index out of range.", and nothing changes; null
+  /// gives a generic warning, and nothing changes.
   void SetHandlePosition(int handle, double x, double y, double z);
   void SetHandlePosition(int handle, double xyz[3]);
   ///@}
@@ -202,7 +204,7 @@ public:
   ///@{
   /// Where a handle is. Out of range: the error "zvLassoWidget: handle index out of range.", \a xyz
   /// stays as it was and the second form gives null. Its pointer is good until the number of
-  /// handles changes.
+  /// handles changes. Null for \a xyz only gives a generic warning.
   void GetHandlePosition(int handle, double xyz[3]);
   double* GetHandlePosition(int handle);
   ///@}
@@ -223,7 +225,8 @@ public:
   void EraseHandle(const int& index);
 
   /// Insert a handle at \a pos where the last pick hit the line: the segment is found by length
-  /// along the curve. Does nothing if that pick missed or with fewer than two handles.
+  /// along the curve. Does nothing if that pick missed or with fewer than two handles. Null only
+  /// gives a generic warning.
   void InsertHandleOnLine(double* pos);
 
   /// Whether the line as it was last sampled comes back to its first point: 1 or 0. Always 0 with
@@ -244,7 +247,7 @@ public:
   /// Append a handle at \a pos and show the lasso, or, if there are two handles or more and the
   /// event position is on a handle, add none: on the first handle the curve is closed and the
   /// widget enabled. State becomes Placing or Start. Takes the renderer under the last event
-  /// position if there is none yet. Renders.
+  /// position if there is none yet. Renders. Null only gives a generic warning.
   void AddHandle(double* pos);
 
   /// Let the spline run through the handles as they are. The line is sampled when it is next drawn.
@@ -269,7 +272,7 @@ public:
   /// below \a Y, and lets it grow otherwise. Spin turns it about Centroid, which it does not
   /// refresh: about the plane's normal with ProjectToPlane on, else about the axis that the motion
   /// and the view plane normal \a vpn give; without a plane source for an oblique plane nothing
-  /// turns.
+  /// turns. Null for one of them, or for a normal that counts, only gives a generic warning.
   void MovePoint(double* p1, double* p2);
   void Translate(double* p1, double* p2);
   void Scale(double* p1, double* p2, int X, int Y);
@@ -321,6 +324,20 @@ protected:
   void ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property);
 
   ///@{
+  /// What the public operations of like names do, once their arguments are known to be there.
+  /// MoveCurrentHandle answers whether there is one.
+  void PlaceHandles(double bounds[6]);
+  void TakeResolution(int resolution);
+  void TakeSpline(zvParametricSpline* spline);
+  void TakeClosed(int closed);
+  bool MoveCurrentHandle(const double* from, const double* to);
+  void TranslateHandles(const double* from, const double* to);
+  void ScaleHandles(const double* from, const double* to, int y);
+  void SpinHandles(const double* from, const double* to, const double* viewPlaneNormal);
+  void ShowLineAs(bool isGrabbed);
+  ///@}
+
+  ///@{
   /// The centres of the handles, in order.
   std::vector<std::array<double, 3>> ReadHandles();
   void WriteHandles(const std::vector<std::array<double, 3>>& positions);
@@ -344,10 +361,9 @@ protected:
 
   ///@{
   /// Put the line and the handles into the current renderer, in their own properties, or take them
-  /// out of it.
+  /// out of every view.
   void ShowCurve();
   void HideCurve();
-  void HideHandles();
   ///@}
 
   ///@{
@@ -359,9 +375,13 @@ protected:
   void InsertHandleUnderPointer();  ///< render, insert where the line was hit, take that handle
   void MoveWithPointer(double previous[3], double current[3]); ///< as the state says
   void FollowMotion();                                         ///< project if that is on, rebuild
-  void BeginInteraction();  ///< abort, StartInteractionEvent, render
-  void TellMotion();        ///< abort, InteractionEvent, render
-  void FinishInteraction(); ///< abort, EndInteractionEvent, render
+  void AppendHandleUnderPointer(); ///< render, add one where the pick of the line missed
+  bool HoldsHandle();              ///< whether a motion moves one handle, not the whole curve
+  void GrabCurve();                ///< what a middle press does
+  void LetCurveGo();               ///< what a middle release does
+  void BeginInteraction();         ///< abort, StartInteractionEvent, render
+  void TellMotion();               ///< abort, InteractionEvent, render
+  void FinishInteraction();        ///< abort, EndInteractionEvent, render
   ///@}
 
   int State = Start;

@@ -5,6 +5,7 @@
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvHandleCurve.h"
+#include "zvMessages.h"
 #include "zvParametricSpline.h"
 #include "zvPick.h"
 #include "zvViewLookup.h"
@@ -32,7 +33,6 @@
 
 namespace
 {
-using zvCurveParts::MotionBetween;
 using zvHandleCurve::Position;
 using zvHandleCurve::Positions;
 }
@@ -134,23 +134,10 @@ void zvSplineWidget::SetEnabled(int enabling)
 
 void zvSplineWidget::PlaceWidget(double bounds[6])
 {
-  double adjusted[6];
-  double center[3];
-  this->AdjustBounds(bounds, adjusted, center);
-  if (this->ProjectToPlane)
+  if (zvRequireMacro(bounds, zvCurveParts::NoBounds))
   {
-    this->ProjectPointsToPlane();
+    this->PlaceHandles(bounds);
   }
-  else
-  {
-    this->WriteHandles(zvHandleCurve::OnDiagonal(adjusted, this->NumberOfHandles));
-  }
-  std::copy_n(adjusted, 6, this->InitialBounds);
-  const double low[3] = { adjusted[0], adjusted[2], adjusted[4] };
-  const double high[3] = { adjusted[1], adjusted[3], adjusted[5] };
-  this->InitialLength = std::sqrt(vtkMath::Distance2BetweenPoints(low, high));
-  // Deliberate: the line is not rebuilt. Hosts place first and give handles afterwards.
-  this->SizeHandles();
 }
 
 void zvSplineWidget::AddObservers()
@@ -165,11 +152,7 @@ void zvSplineWidget::AddObservers()
 void zvSplineWidget::SetProjectionPosition(double position)
 {
   this->ProjectionPosition = position;
-  if (this->ProjectToPlane)
-  {
-    this->ProjectPointsToPlane();
-  }
-  this->BuildRepresentation();
+  this->FollowMotion();
 }
 
 void zvSplineWidget::SetPlaneSource(vtkPlaneSource* plane)
@@ -192,40 +175,17 @@ void zvSplineWidget::SetNumberOfHandles(int count)
 
 void zvSplineWidget::SetResolution(int resolution)
 {
-  if (resolution == this->Resolution || resolution < this->NumberOfHandles - 1)
-  {
-    return;
-  }
-  this->Resolution = resolution;
-  this->ParametricFunctionSource->SetUResolution(resolution);
-  this->ParametricFunctionSource->Modified();
+  this->TakeResolution(resolution);
 }
 
 void zvSplineWidget::SetParametricSpline(zvParametricSpline* spline)
 {
-  if (spline == this->ParametricSpline)
-  {
-    return;
-  }
-  this->ParametricSpline = spline;
-  if (spline)
-  {
-    this->ParametricFunctionSource->SetParametricFunction(spline);
-  }
+  this->TakeSpline(spline);
 }
 
 void zvSplineWidget::SetClosed(int closed)
 {
-  if (closed == this->Closed)
-  {
-    return;
-  }
-  this->Closed = closed;
-  if (this->ParametricSpline)
-  {
-    this->ParametricSpline->SetClosed(closed);
-  }
-  this->BuildRepresentation();
+  this->TakeClosed(closed);
 }
 
 void zvSplineWidget::SetHandlePosition(int handle, double x, double y, double z)
@@ -250,11 +210,19 @@ void zvSplineWidget::SetHandlePosition(int handle, double x, double y, double z)
 
 void zvSplineWidget::SetHandlePosition(int handle, double xyz[3])
 {
+  if (!zvRequireMacro(xyz, zvCurveParts::NoPosition))
+  {
+    return;
+  }
   this->SetHandlePosition(handle, xyz[0], xyz[1], xyz[2]);
 }
 
 void zvSplineWidget::GetHandlePosition(int handle, double xyz[3])
 {
+  if (!zvRequireMacro(xyz, zvCurveParts::NoRoom))
+  {
+    return;
+  }
   if (const double* position = this->GetHandlePosition(handle))
   {
     std::copy_n(position, 3, xyz);
@@ -330,6 +298,10 @@ void zvSplineWidget::EraseHandle(const int& index)
 
 void zvSplineWidget::InsertHandleOnLine(double* pos)
 {
+  if (!zvRequireMacro(pos, zvCurveParts::NoPosition))
+  {
+    return;
+  }
   if (this->NumberOfHandles < 2 || this->LinePicker->GetCellId() == -1)
   {
     return;
@@ -372,6 +344,10 @@ void zvSplineWidget::SetState(int state)
 
 void zvSplineWidget::AddHandle(double* pos)
 {
+  if (!zvRequireMacro(pos, zvCurveParts::NoPosition))
+  {
+    return;
+  }
   const vtkSmartPointer<vtkObject> hold = zvEvents::Hold(this);
   if (this->NumberOfHandles > 1 && this->Pick(this->HandlePicker))
   {
@@ -432,54 +408,35 @@ void zvSplineWidget::ProjectPointsToObliquePlane()
 
 void zvSplineWidget::MovePoint(double* p1, double* p2)
 {
-  Positions handles = this->ReadHandles();
-  if (this->CurrentHandleIndex < 0 ||
-    static_cast<std::size_t>(this->CurrentHandleIndex) >= handles.size())
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion) && !this->MoveCurrentHandle(p1, p2))
   {
     vtkGenericWarningMacro("Spline handle index out of range.");
-    return;
   }
-  Positions moved(1, handles[this->CurrentHandleIndex]);
-  zvHandleCurve::Translate(moved, MotionBetween(p1, p2));
-  handles[this->CurrentHandleIndex] = moved.front();
-  this->WriteHandles(handles);
 }
 
 void zvSplineWidget::Translate(double* p1, double* p2)
 {
-  Positions handles = this->ReadHandles();
-  zvHandleCurve::Translate(handles, MotionBetween(p1, p2));
-  this->WriteHandles(handles);
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion))
+  {
+    this->TranslateHandles(p1, p2);
+  }
 }
 
 void zvSplineWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
 {
-  if (!this->Interactor)
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion))
   {
-    return;
+    this->ScaleHandles(p1, p2, Y);
   }
-  Positions handles = this->ReadHandles();
-  const bool shrink = this->Interactor->GetLastEventPosition()[1] >= Y;
-  zvHandleCurve::Scale(handles, std::sqrt(vtkMath::Distance2BetweenPoints(p1, p2)), shrink);
-  this->WriteHandles(handles);
 }
 
 void zvSplineWidget::Spin(double* p1, double* p2, double* vpn)
 {
-  Position axis;
-  const bool canSpin = this->ProjectToPlane
-    ? zvHandleCurve::FindPlanarSpinAxis(this->ProjectionNormal, this->PlaneSource, axis)
-    : zvHandleCurve::FindFreeSpinAxis(MotionBetween(p1, p2), vpn, axis);
-  if (!canSpin)
+  if (zvRequireMacro(p1 && p2, zvCurveParts::NoMotion) &&
+    zvRequireMacro(vpn || this->ProjectToPlane, zvCurveParts::NoViewNormal))
   {
-    return;
+    this->SpinHandles(p1, p2, vpn);
   }
-  const Position from{ { p1[0], p1[1], p1[2] } };
-  const Position to{ { p2[0], p2[1], p2[2] } };
-  const Position center{ { this->Centroid[0], this->Centroid[1], this->Centroid[2] } };
-  Positions handles = this->ReadHandles();
-  zvHandleCurve::Spin(handles, from, to, center, axis, this->Transform);
-  this->WriteHandles(handles);
 }
 
 int zvSplineWidget::HighlightHandle()
@@ -494,16 +451,7 @@ int zvSplineWidget::HighlightHandle()
 
 void zvSplineWidget::HighlightLine(int highlight)
 {
-  if (highlight)
-  {
-    this->ValidPick = 1;
-    this->LinePicker->GetPickPosition(this->LastPickPosition);
-    this->LineActor->SetProperty(this->SelectedLineProperty);
-  }
-  else
-  {
-    this->LineActor->SetProperty(this->LineProperty);
-  }
+  this->ShowLineAs(highlight != 0);
 }
 
 void zvSplineWidget::OnLeftButtonDown()
@@ -535,12 +483,7 @@ void zvSplineWidget::OnLeftButtonDown()
   }
   else
   {
-    // A picker that misses puts its position under the pointer, at the depth of the focal point.
-    double position[3];
-    this->LinePicker->GetPickPosition(position);
-    zvViewLookup::Render(this->Interactor);
-    this->AddHandle(position);
-    this->State = Placing;
+    this->AppendHandleUnderPointer();
   }
   this->BeginInteraction();
 }
@@ -561,36 +504,13 @@ void zvSplineWidget::OnLeftButtonUp()
 
 void zvSplineWidget::OnMiddleButtonDown()
 {
-  if (!zvViewLookup::HasPointer(this->CurrentRenderer, this->Interactor))
-  {
-    this->State = Outside;
-    return;
-  }
-  this->State = Moving;
-  if (!this->Pick(this->HandlePicker) && !this->Pick(this->LinePicker))
-  {
-    this->State = Outside;
-    this->HighlightLine(0);
-    this->CurveGrabbed = false;
-    return;
-  }
   // Deliberate: the handle that the last left press took stays the one that is moved.
-  this->HighlightLine(1);
-  this->CurveGrabbed = true;
-  this->BeginInteraction();
+  this->GrabCurve();
 }
 
 void zvSplineWidget::OnMiddleButtonUp()
 {
-  if (this->State == Start || this->State == Outside)
-  {
-    return;
-  }
-  this->State = Start;
-  this->HighlightLine(0);
-  this->CurveGrabbed = false;
-  this->SizeHandles();
-  this->FinishInteraction();
+  this->LetCurveGo();
 }
 
 // Deliberately empty: the right button is the host's, for its menu.
@@ -708,40 +628,14 @@ void zvSplineWidget::InsertHandleUnderPointer()
   }
 }
 
-void zvSplineWidget::MoveWithPointer(double previous[3], double current[3])
+bool zvSplineWidget::HoldsHandle()
 {
-  const int* position = this->Interactor->GetEventPosition();
-  switch (this->State)
-  {
-    case Moving:
-      this->CurrentHandleIndex == -1 ? this->Translate(previous, current)
-                                     : this->MovePoint(previous, current);
-      break;
-    case Scaling:
-      this->Scale(previous, current, position[0], position[1]);
-      break;
-    case Spinning:
-      this->Spin(previous, current, this->CurrentRenderer->GetActiveCamera()->GetViewPlaneNormal());
-      break;
-    default:
-      break;
-  }
-}
-
-void zvSplineWidget::ShowActor(vtkActor* actor, vtkProperty* property)
-{
-  if (this->CurrentRenderer)
-  {
-    this->CurrentRenderer->AddActor(actor);
-  }
-  actor->SetProperty(property);
+  return this->CurrentHandleIndex != -1;
 }
 
 void zvSplineWidget::HideCurve()
 {
-  if (this->CurrentRenderer)
-  {
-    this->CurrentRenderer->RemoveActor(this->LineActor);
-    this->CurrentRenderer->RemoveActor(this->HandleActor);
-  }
+  // The current renderer may have been taken away.
+  zvViewLookup::TakeOut(this->LineActor);
+  zvViewLookup::TakeOut(this->HandleActor);
 }

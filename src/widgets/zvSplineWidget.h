@@ -90,7 +90,8 @@ public:
   ///@{
   /// Spread the handles on the diagonal of \a bounds (xmin, xmax, ymin, ymax, zmin, zmax), or with
   /// ProjectToPlane on move them to the plane. The line follows at the next BuildRepresentation,
-  /// not before; renders nothing. The other forms work out bounds as vtk3DWidget does.
+  /// not before; renders nothing. Null only gives a generic warning. The other forms work out
+  /// bounds as vtk3DWidget does.
   void PlaceWidget(double bounds[6]) override;
   void PlaceWidget() override;
   void PlaceWidget(
@@ -175,7 +176,8 @@ public:
 
   ///@{
   /// Move one handle; with ProjectToPlane on all are projected. Rebuilds the line, renders nothing.
-  /// Out of range: the error "zvSplineWidget: handle index out of range.", and nothing changes.
+  /// Out of range: the error "zvSplineWidget: handle index out of range.", and nothing changes;
+  /// null gives a generic warning, and nothing changes.
   void SetHandlePosition(int handle, double x, double y, double z);
   void SetHandlePosition(int handle, double xyz[3]);
   ///@}
@@ -183,7 +185,8 @@ public:
   ///@{
   /// Where a handle is. Out of range, or for a handle that has no position yet: the error
   /// "zvSplineWidget: handle index out of range.", \a xyz stays as it was and the second form gives
-  /// null. Its pointer is good until the number of handles changes.
+  /// null. Its pointer is good until the number of handles changes. Null for \a xyz only gives a
+  /// generic warning.
   void GetHandlePosition(int handle, double xyz[3]);
   double* GetHandlePosition(int handle);
   ///@}
@@ -205,7 +208,8 @@ public:
   void EraseHandle(const int& index);
 
   /// Insert a handle at \a pos where the last pick hit the line: the segment is found by length
-  /// along the curve. Does nothing if that pick missed or with fewer than two handles.
+  /// along the curve. Does nothing if that pick missed or with fewer than two handles. Null only
+  /// gives a generic warning.
   void InsertHandleOnLine(double* pos);
 
   /// Whether the line as it was last sampled comes back to its first point: 1 or 0. Always 0 with
@@ -226,7 +230,7 @@ public:
   /// Append a handle at \a pos and show the line, or, if there are two handles or more and the
   /// event position is on a handle, add none: on the first handle the curve is closed and the
   /// widget enabled. State becomes Placing or Start. Takes the renderer under the last event
-  /// position if there is none yet. Renders.
+  /// position if there is none yet. Renders. Null only gives a generic warning.
   void AddHandle(double* pos);
 
   /// Let the spline run through the handles as they are. The line is sampled when it is next drawn.
@@ -251,7 +255,7 @@ public:
   /// below \a Y, and lets it grow otherwise. Spin turns it about Centroid, which it does not
   /// refresh: about the plane's normal with ProjectToPlane on, else about the axis that the motion
   /// and the view plane normal \a vpn give; without a plane source for an oblique plane nothing
-  /// turns.
+  /// turns. Null for one of them, or for a normal that counts, only gives a generic warning.
   void MovePoint(double* p1, double* p2);
   void Translate(double* p1, double* p2);
   void Scale(double* p1, double* p2, int X, int Y);
@@ -297,6 +301,20 @@ protected:
   void ReplaceProperty(vtkSmartPointer<vtkProperty>& field, vtkProperty* property);
 
   ///@{
+  /// What the public operations of like names do, once their arguments are known to be there.
+  /// MoveCurrentHandle answers whether there is one.
+  void PlaceHandles(double bounds[6]);
+  void TakeResolution(int resolution);
+  void TakeSpline(zvParametricSpline* spline);
+  void TakeClosed(int closed);
+  bool MoveCurrentHandle(const double* from, const double* to);
+  void TranslateHandles(const double* from, const double* to);
+  void ScaleHandles(const double* from, const double* to, int y);
+  void SpinHandles(const double* from, const double* to, const double* viewPlaneNormal);
+  void ShowLineAs(bool isGrabbed);
+  ///@}
+
+  ///@{
   /// The handles that have a position. Storing more than there were gives the new ones a point and
   /// a vertex cell each.
   std::vector<std::array<double, 3>> ReadHandles();
@@ -317,7 +335,7 @@ protected:
   /// Put an actor into the current renderer, if there is one, and give it a property.
   void ShowActor(vtkActor* actor, vtkProperty* property);
 
-  /// Take the line and the handles out of the current renderer, if there is one.
+  /// Take the line and the handles out of every view.
   void HideCurve();
 
   ///@{
@@ -327,6 +345,10 @@ protected:
   void InsertHandleUnderPointer();  ///< render, insert where the line was hit, take that handle
   void MoveWithPointer(double previous[3], double current[3]); ///< as the state says
   void FollowMotion();                                         ///< project if that is on, rebuild
+  void AppendHandleUnderPointer(); ///< render, add one where the pick of the line missed
+  bool HoldsHandle();              ///< whether a motion moves one handle, not the whole curve
+  void GrabCurve();                ///< what a middle press does
+  void LetCurveGo();               ///< what a middle release does
   ///@}
 
   int State = Start;

@@ -2,6 +2,8 @@
 
 #include "zvQuietTest.h"
 
+#include "vtkObject.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -29,6 +31,12 @@ struct Speaker
   {
     this->Line = __LINE__ + 1;
     zvTraceMacro("void Speaker::Trace()");
+  }
+
+  bool Take(const double* position)
+  {
+    this->Line = __LINE__ + 1;
+    return zvRequireMacro(position, "give a position...");
   }
 };
 }
@@ -70,4 +78,19 @@ TEST_F(Messages, AnObjectTracesOnlyInDebugModeAndWithItsOwnLine)
   const std::string text = this->TakeOutput();
   EXPECT_NE(text.find(", line " + std::to_string(speaker.Line) + "\n"), std::string::npos) << text;
   EXPECT_NE(text.find("\"void Speaker::Trace()\""), std::string::npos) << text;
+}
+
+TEST_F(Messages, WhatIsRequiredIsAskedForWhereItIsMissing)
+{
+  Speaker speaker;
+  const double position[3] = { 0.0, 0.0, 0.0 };
+  EXPECT_TRUE(speaker.Take(position));
+  this->ExpectNoMessage();
+  EXPECT_FALSE(speaker.Take(nullptr));
+  const std::vector<std::string> messages = this->TakeMessages();
+  ASSERT_EQ(messages.size(), 1u);
+  const std::string end = ", line " + std::to_string(speaker.Line) + "\ngive a position...\n\n";
+  ASSERT_GT(messages.front().size(), end.size());
+  EXPECT_EQ(messages.front().substr(0, 20), "Generic Warning: In ");
+  EXPECT_EQ(messages.front().substr(messages.front().size() - end.size()), end);
 }

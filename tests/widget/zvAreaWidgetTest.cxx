@@ -175,6 +175,32 @@ TEST_F(AreaWidget, ObservesEachEventTwiceByDesign)
   }
 }
 
+TEST_F(AreaWidget, EachOfTheNineEventsHasTwoObserversByDesign)
+{
+  this->Show(Square(), true);
+  int calls = 0;
+  vtkCallbackCommand* command = this->Curve->EventCallbackCommand;
+  command->SetClientData(&calls);
+  command->SetCallback(
+    [](vtkObject*, unsigned long, void* clientData, void*) { ++*static_cast<int*>(clientData); });
+  const auto countOf = [this, &calls](unsigned long event)
+  {
+    calls = 0;
+    this->Scene.Interactor()->InvokeEvent(event);
+    return calls;
+  };
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_EQ(countOf(event), 2) << vtkCommand::GetStringFromEventId(event);
+  }
+  EXPECT_EQ(countOf(vtkCommand::EnterEvent), 0);
+  this->Curve->SetEnabled(0);
+  for (unsigned long event : zvEvents::Handle)
+  {
+    EXPECT_EQ(countOf(event), 0) << vtkCommand::GetStringFromEventId(event);
+  }
+}
+
 TEST_F(AreaWidget, HandlesTwiceWhatItDoesNotAbortByDesign)
 {
   class Counted : public zvAreaWidget
@@ -198,6 +224,8 @@ TEST_F(AreaWidget, HandlesTwiceWhatItDoesNotAbortByDesign)
     { "wheel forward", [&] { this->Pointer.WheelForward(corner); }, 2 },
     { "wheel backward", [&] { this->Pointer.WheelBackward(corner); }, 2 },
     { "right release", [&] { this->Pointer.Release(zvtest::Right, corner); }, 2 },
+    { "left press", [&] { this->Pointer.Press(zvtest::Left, corner); }, 0 },
+    { "left release", [&] { this->Pointer.Release(zvtest::Left, corner); }, 0 }, // never sizes
     { "middle press", [&] { this->Pointer.Press(zvtest::Middle, corner); }, 0 },
     { "middle release", [&] { this->Pointer.Release(zvtest::Middle, corner); }, 1 },
   };

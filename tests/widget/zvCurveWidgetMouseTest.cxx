@@ -44,7 +44,7 @@ TYPED_TEST_SUITE(DrawnCurveWidgetMouse, zvtest::CurvesDrawnByPresses, );
 
 // ---- What each event does
 
-TYPED_TEST(CurveWidgetMouse, ALeftPressOutOfTheViewportLeavesTheEventToOthers)
+TYPED_TEST(CurveWidgetMouse, APressOutOfTheViewportLeavesTheEventToOthers)
 {
   zvtest::SceneOptions options;
   options.Viewports = 2;
@@ -53,16 +53,26 @@ TYPED_TEST(CurveWidgetMouse, ALeftPressOutOfTheViewportLeavesTheEventToOthers)
   this->Curve->SetInteractor(scene.Interactor());
   this->Curve->SetCurrentRenderer(scene.Renderer(0));
   this->Show(this->Square());
-  for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
+  std::vector<int> states{ TypeParam::Start, TypeParam::Moving, TypeParam::Scaling,
+    TypeParam::Spinning, TypeParam::Placing, TypeParam::Outside };
+  if (TestFixture::Kind::CanBeLocked)
   {
-    this->Curve->SetState(TypeParam::Moving);
-    zvtest::EventRecorder recorder;
-    recorder.Watch(this->Curve, zvtest::WidgetEvents);
-    recorder.Watch(scene.Interactor(), zvtest::MouseEvents);
-    recorder.Watch(scene.Interactor(), { vtkCommand::RenderEvent });
-    mouse.Press(button, { { 300, 100 } });
-    EXPECT_EQ(this->Curve->GetState(), TypeParam::Outside);
-    EXPECT_EQ(recorder.Events().size(), 1u); // the press itself
+    states.push_back(zvLassoWidget::Locked);
+  }
+  for (const int state : states)
+  {
+    for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
+    {
+      this->Curve->SetState(state);
+      zvtest::EventRecorder recorder;
+      recorder.Watch(this->Curve, zvtest::WidgetEvents);
+      recorder.Watch(scene.Interactor(), zvtest::MouseEvents);
+      recorder.Watch(scene.Interactor(), { vtkCommand::RenderEvent });
+      mouse.Press(button, { { 300, 100 } });
+      const bool isNotRead = state == zvLassoWidget::Locked && button == zvtest::Left;
+      EXPECT_EQ(this->Curve->GetState(), isNotRead ? state : int(TypeParam::Outside)) << state;
+      EXPECT_EQ(recorder.Events().size(), 1u) << state; // the press itself
+    }
   }
   this->Curve->SetInteractor(nullptr);
 }
@@ -153,6 +163,20 @@ TYPED_TEST(CurveWidgetMouse, AMiddlePressGrabsTheCurve)
     EXPECT_EQ(this->Curve->LineActor->GetProperty(), this->Curve->GetLineProperty());
     EXPECT_EQ(recorder.Names(),
       (Names{ "StartInteractionEvent", "RenderEvent", "EndInteractionEvent", "RenderEvent" }));
+  }
+}
+
+TYPED_TEST(CurveWidgetMouse, ADragAsksForQuickPictures)
+{
+  vtkRenderWindowInteractor* interactor = this->Scene.Interactor();
+  ASSERT_NE(interactor->GetDesiredUpdateRate(), interactor->GetStillUpdateRate());
+  this->Show(this->Square(), true);
+  for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
+  {
+    this->Pointer.Press(button, this->Pointer.At({ { 6, 6, 0 } }));
+    EXPECT_EQ(this->Scene.Window()->GetDesiredUpdateRate(), interactor->GetDesiredUpdateRate());
+    this->Pointer.Release(button);
+    EXPECT_EQ(this->Scene.Window()->GetDesiredUpdateRate(), interactor->GetStillUpdateRate());
   }
 }
 
@@ -466,6 +490,37 @@ TYPED_TEST(CurveWidgetMouse, ADraggedHandleAndItsLineAreSeenInTheNewPlaceAtEachM
   }
 }
 
+TYPED_TEST(CurveWidgetMouse, AfterEachEventOfADragTheScreenIsCurrent)
+{
+  this->Draw(this->Square(), true);
+  const auto expectCurrent = [this](const char* event)
+  {
+    const zvtest::Picture drawn = this->Scene.Look(); // what the handler itself drew
+    EXPECT_EQ(drawn.CountDifferent(this->Scene.RenderAndLook()), 0) << event;
+  };
+  for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
+  {
+    for (const bool onHandle : { true, false })
+    {
+      SCOPED_TRACE(button);
+      SCOPED_TRACE(onHandle);
+      const zvtest::Display from =
+        this->Pointer.At(onHandle ? this->HandleAt(2) : this->OnLine(0.375));
+      this->Pointer.Press(button, from);
+      expectCurrent("press");
+      for (int step : { 1, 2 })
+      {
+        const zvtest::Picture before = this->Scene.Look();
+        this->Pointer.MoveTo({ { from[0] - 15 * step, from[1] - 9 * step } });
+        EXPECT_GT(before.CountDifferent(this->Scene.Look()), 0);
+        expectCurrent("move");
+      }
+      this->Pointer.Release(button);
+      expectCurrent("release");
+    }
+  }
+}
+
 TYPED_TEST(CurveWidgetMouse, HandlesMovedByTheHostAreSeenAndPickedAtTheNextRender)
 {
   this->Draw(this->Square());
@@ -617,6 +672,31 @@ TYPED_TEST(CurveWidgetMouse, OutlivesWhatItWasShownIn)
   this->Curve->OnMouseWheelForward();
   this->Curve->OnMouseWheelBackward();
   this->ExpectHandles(this->Square()); // without a view nothing moves
+}
+
+TYPED_TEST(CurveWidgetMouse, LosesItsRendererAndIsStillTakenOutOfTheView)
+{
+  const int props = this->Scene.Renderer()->GetViewProps()->GetNumberOfItems();
+  for (const bool isDeleted : { false, true })
+  {
+    this->Show(this->Square());
+    this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }));
+    this->Curve->SetCurrentRenderer(nullptr);
+    this->Pointer.MoveTo({ { 200, 200 } });
+    this->ExpectHandles(this->Square());
+    this->Pointer.Press(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }));
+    EXPECT_EQ(this->Curve->GetState(), TypeParam::Outside);
+    if (isDeleted)
+    {
+      this->Curve = nullptr;
+    }
+    else
+    {
+      this->Curve->SetEnabled(0);
+      EXPECT_EQ(this->Curve->GetEnabled(), 0);
+    }
+    EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), props);
+  }
 }
 
 TYPED_TEST(CurveWidgetMouse, SurvivesObserversThatDisableOrCutOffOrReleaseIt)

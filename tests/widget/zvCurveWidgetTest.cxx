@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -197,6 +198,22 @@ TYPED_TEST(CurveWidget, TheResolutionIsNeverBelowTheSpansBetweenHandles)
   EXPECT_GT(this->Curve->ParametricFunctionSource->GetMTime(), before);
 }
 
+TYPED_TEST(CurveWidget, AResolutionThatDrawsNothingIsBorne)
+{
+  for (int resolution : { 0, -1 })
+  {
+    this->Curve->InitializeHandles(this->PointsOf({}));
+    this->Curve->SetResolution(resolution);
+    EXPECT_EQ(this->Curve->GetResolution(), resolution);
+    this->Show(this->Square(), true);
+    this->Scene.Render();
+    this->Pointer.Drag(zvtest::Left, this->Pointer.At({ { 6, 6, 0 } }), { { 200, 200 } });
+    this->Pointer.Drag(zvtest::Left, this->Pointer.At({ { 0, -6, 0 } }), { { 200, 200 } });
+    EXPECT_GE(this->Curve->GetNumberOfHandles(), 4);
+    this->Curve->SetEnabled(0);
+  }
+}
+
 TYPED_TEST(CurveWidget, TheSameResolutionChangesNothing)
 {
   const vtkMTimeType before = this->Curve->ParametricFunctionSource->GetMTime();
@@ -251,6 +268,12 @@ TYPED_TEST(CurveWidget, ClosingIsPassedOnToTheSpline)
   this->Curve->ClosedOff();
   EXPECT_EQ(this->Curve->GetClosed(), 0);
   EXPECT_EQ(spline->GetClosed(), 0);
+}
+
+TYPED_TEST(CurveWidget, ClosedIsStoredAsGiven)
+{
+  this->Curve->SetClosed(5);
+  EXPECT_EQ(this->Curve->GetClosed(), 5);
 }
 
 TYPED_TEST(CurveWidget, TheStateIsStoredAsGiven)
@@ -450,6 +473,86 @@ TYPED_TEST(CurveWidget, AHandleOutOfRangeIsAnErrorAndChangesNothing)
   this->ExpectHandles(this->Square());
 }
 
+TYPED_TEST(CurveWidget, AHandleIsMovedToThreeCoordinatesInEitherForm)
+{
+  this->Show(this->Square());
+  double position[3] = { 1, 2, 3 };
+  this->Curve->SetHandlePosition(1, position);
+  this->Curve->SetHandlePosition(3, 4.0, 5.0, 6.0);
+  this->ExpectHandles({ { { -6, -6, 0 } }, { { 1, 2, 3 } }, { { 6, 6, 0 } }, { { 4, 5, 6 } } });
+  World inSpline;
+  this->Curve->GetParametricSpline()->GetPoints()->GetPoint(1, inSpline.data());
+  EXPECT_EQ(inSpline, (World{ { 1, 2, 3 } }));
+}
+
+TYPED_TEST(CurveWidget, WithoutAnArrayNothingChanges)
+{
+  struct Row
+  {
+    const char* File;
+    const char* Message;
+    std::function<void()> Call;
+  };
+  const char* const own = TestFixture::Kind::Name; // adding is each class's own
+  const char* const file = TestFixture::Kind::File;
+  const char* const noPosition = "give the handle a position...";
+  const char* const noMotion = "give both ends of the motion before moving the handles...";
+  double xyz[3] = { 1, 2, 3 };
+  const auto pointTo = [this](const World& place)
+  {
+    const zvtest::Display at = this->Pointer.At(place);
+    this->Scene.Interactor()->SetEventPosition(at[0], at[1]);
+  };
+  const std::vector<Row> rows = {
+    { own, noPosition, [&] { this->Curve->AddHandle(nullptr); } },
+    { own, noPosition,
+      [&]
+      {
+        pointTo(this->Square()[0]); // there it would close
+        this->Curve->AddHandle(nullptr);
+      } },
+    { file, noPosition,
+      [&]
+      {
+        pointTo(this->OnLine(0.5));
+        ASSERT_EQ(this->Curve->IsClicked(), 1); // the line is hit
+        this->Curve->InsertHandleOnLine(nullptr);
+      } },
+    { file, noPosition, [&] { this->Curve->SetHandlePosition(1, nullptr); } },
+    { file, "give room for the position of the handle...",
+      [&] { this->Curve->GetHandlePosition(1, nullptr); } },
+    { file, noMotion, [&] { this->Curve->MovePoint(nullptr, xyz); } },
+    { file, noMotion, [&] { this->Curve->MovePoint(xyz, nullptr); } },
+    { file, noMotion, [&] { this->Curve->Translate(nullptr, xyz); } },
+    { file, noMotion, [&] { this->Curve->Translate(xyz, nullptr); } },
+    { file, noMotion, [&] { this->Curve->Scale(nullptr, xyz, 0, 9); } },
+    { file, noMotion, [&] { this->Curve->Scale(xyz, nullptr, 0, 9); } },
+    { file, noMotion, [&] { this->Curve->Spin(nullptr, xyz, xyz); } },
+    { file, noMotion, [&] { this->Curve->Spin(xyz, nullptr, xyz); } },
+    { file, "give the normal of the view before turning the handles...",
+      [&] { this->Curve->Spin(xyz, xyz, nullptr); } },
+    { file, "give bounds to place the handles in...", [&] { this->Curve->PlaceWidget(nullptr); } },
+  };
+  this->Show(this->Square());
+  this->Curve->SetState(TypeParam::Outside);
+  this->Curve->CurrentHandleIndex = 2;
+  const double length = this->Curve->InitialLength;
+  zvtest::EventRecorder recorder;
+  this->RecordWithRenders(recorder);
+  for (const Row& row : rows)
+  {
+    row.Call();
+    this->ExpectGenericWarning(row.File, row.Message);
+    this->ExpectNoMessage();
+    this->ExpectHandles(this->Square(), 0.0);
+    EXPECT_EQ(this->Curve->GetClosed(), 0);
+    EXPECT_EQ(this->Curve->GetState(), TypeParam::Outside);
+    EXPECT_EQ(this->Curve->CurrentHandleIndex, 2);
+    EXPECT_EQ(this->Curve->InitialLength, length);
+    EXPECT_THAT(recorder.Names(), IsEmpty());
+  }
+}
+
 TYPED_TEST(CurveWidget, TheCentroidIsTheMeanOfTheHandles)
 {
   this->Curve->InitializeHandles(this->PointsOf({ { { 1, 2, 3 } }, { { 3, 6, -3 } } }));
@@ -616,7 +719,7 @@ TYPED_TEST(CurveWidget, SpinTurnsAboutTheCentroidThatWasLastCalculated)
   this->Curve->CalculateCentroid(); // (0, 4, 0)
   double beside[3] = { 4, 4, 0 };
   double below[3] = { 4, 3, 0 };
-  this->Curve->Spin(below, beside, normal);
+  this->Curve->Spin(below, beside, nullptr); // the view's normal does not count on a plane
   this->ExpectHandles({ { { 1, 4, 0 } }, { { -1, 4, 0 } } });
 }
 

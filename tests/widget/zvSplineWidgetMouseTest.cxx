@@ -45,6 +45,8 @@ TEST_F(SplineWidgetMouse, APressOnTheLineInsertsAHandleAndDragsIt)
   const World onLine = this->OnLine(0.5);
   this->Pointer.Press(zvtest::Left, this->Pointer.At(onLine));
   EXPECT_EQ(this->Curve->GetNumberOfHandles(), 5);
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfPoints(), 5);
+  EXPECT_EQ(this->Curve->HandlePolyData->GetNumberOfVerts(), 5);
   EXPECT_EQ(this->Curve->CurrentHandleIndex, 2);
   EXPECT_EQ(this->Curve->GetState(), zvSplineWidget::Moving);
   EXPECT_EQ(recorder.Names(), (Names{ "RenderEvent", "StartInteractionEvent", "RenderEvent" }));

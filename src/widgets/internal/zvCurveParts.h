@@ -21,6 +21,15 @@ class zvParametricSpline;
 /// What the widgets that draw a spline through handles are made of, however they draw the handles.
 namespace zvCurveParts
 {
+///@{
+/// What a caller is asked for who leaves out an argument.
+constexpr char NoBounds[] = "give bounds to place the handles in...";
+constexpr char NoPosition[] = "give the handle a position...";
+constexpr char NoRoom[] = "give room for the position of the handle...";
+constexpr char NoMotion[] = "give both ends of the motion before moving the handles...";
+constexpr char NoViewNormal[] = "give the normal of the view before turning the handles...";
+///@}
+
 /// A mapper that lets its lines win over a coplanar slice.
 vtkSmartPointer<vtkPolyDataMapper> MakeMapper();
 

@@ -60,11 +60,3 @@ void zvLengthLabel::Show(vtkFollower* follower, vtkRenderer* renderer)
     renderer->AddActor(follower);
   }
 }
-
-void zvLengthLabel::Hide(vtkFollower* follower, vtkRenderer* renderer)
-{
-  if (renderer)
-  {
-    renderer->RemoveActor(follower);
-  }
-}

@@ -31,9 +31,6 @@ void SetSize(vtkFollower* follower, double size);
 /// Let the label turn to the renderer's camera and be in the renderer, once however often it is
 /// called. Nothing without a renderer.
 void Show(vtkFollower* follower, vtkRenderer* renderer);
-
-/// Take the label out of the renderer, if there is one.
-void Hide(vtkFollower* follower, vtkRenderer* renderer);
 }
 
 #endif

@@ -34,4 +34,14 @@ void WritePlain(
 #define zvPlainErrorMacro(message)                                                                 \
   zvMessages::WritePlain("Error", __FILE__, __LINE__, this, message)
 
+/// Whether \a condition holds; if not, a generic warning asks for what is missing. For arguments
+/// that a caller may have left out: if (!zvRequireMacro(position, "give a position...")) return;
+#define zvRequireMacro(condition, request)                                                         \
+  ((condition) ? true                                                                              \
+               : []                                                                                \
+                 {                                                                                 \
+                   vtkGenericWarningMacro(<< request);                                             \
+                   return false;                                                                   \
+                 }())
+
 #endif
