@@ -3,6 +3,7 @@
 #include "zvDispatch.h"
 #include "zvDrag.h"
 #include "zvEvents.h"
+#include "zvMessages.h"
 #include "zvPick.h"
 #include "zvViewLookup.h"
 
@@ -26,6 +27,9 @@ namespace
 {
 constexpr double PickTolerance = 0.005; // of the window's diagonal
 constexpr int MovesToWait = 4;          // before a motion is long enough to tell its axis
+
+constexpr char NoBounds[] = "give bounds to place the cross in...";
+constexpr char NoMotion[] = "give both ends of the motion before moving the cross...";
 
 bool IsAxis(vtkIdType number)
 {
@@ -132,6 +136,10 @@ void zvPointWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
 
 void zvPointWidget::PlaceWidget(double bounds[6])
 {
+  if (!zvRequireMacro(bounds, NoBounds))
+  {
+    return;
+  }
   double placed[6];
   double center[3];
   this->AdjustBounds(bounds, placed, center);
@@ -310,6 +318,10 @@ void zvPointWidget::GetPolyData(vtkPolyData* pd)
 
 void zvPointWidget::AdjustBounds(double* in, double* out, double* center)
 {
+  if (!zvRequireMacro(in && out && center, NoBounds))
+  {
+    return;
+  }
   for (int axis = 0; axis < 3; ++axis)
   {
     center[axis] = (in[2 * axis] + in[2 * axis + 1]) / 2.0;
@@ -367,6 +379,10 @@ int zvPointWidget::DetermineConstraintAxis(int constraint, double* x)
 
 void zvPointWidget::MoveFocus(double* p1, double* p2)
 {
+  if (!zvRequireMacro(p1 && p2, NoMotion))
+  {
+    return;
+  }
   double position[3];
   double motion[3];
   this->GetConstrainedMotion(p1, p2, motion);
@@ -376,6 +392,10 @@ void zvPointWidget::MoveFocus(double* p1, double* p2)
 
 void zvPointWidget::Translate(double* p1, double* p2)
 {
+  if (!zvRequireMacro(p1 && p2, NoMotion))
+  {
+    return;
+  }
   double position[3];
   double bounds[6];
   double motion[3];
@@ -390,6 +410,10 @@ void zvPointWidget::Translate(double* p1, double* p2)
 
 void zvPointWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
 {
+  if (!zvRequireMacro(p1 && p2, NoMotion))
+  {
+    return;
+  }
   double bounds[6];
   this->Cursor3D->GetModelBounds(bounds);
   const double length = DiagonalOf(bounds);

@@ -76,7 +76,8 @@ public:
   ///@{
   /// Put the position into the middle of \a bounds (xmin, xmax, ymin, ymax, zmin, zmax) and the
   /// cursor's bounds PlaceFactor around it: only the middle of the given bounds counts. Renders
-  /// nothing and does not call Modified. The other forms work out bounds as vtk3DWidget does.
+  /// nothing and does not call Modified. Null only gives a generic warning. The other forms work
+  /// out bounds as vtk3DWidget does.
   void PlaceWidget(double bounds[6]) override;
   void PlaceWidget() override;
   void PlaceWidget(
@@ -129,7 +130,8 @@ public:
   void GetPolyData(vtkPolyData* pd);
 
   /// The bounds that PlaceWidget makes of \a in: \a center is its middle, \a out reaches
-  /// PlaceFactor to each side of it. Hides the margin rule of the base.
+  /// PlaceFactor to each side of it. Hides the margin rule of the base. Null for any of them only
+  /// gives a generic warning.
   void AdjustBounds(double* in, double* out, double* center);
 
   /// Show the cross as grabbed (not 0) or at rest (0). Grabbing takes the depth of later motions
@@ -145,7 +147,7 @@ public:
   ///@{
   /// Move by the world motion from \a p1 to \a p2: the position alone, the position and the bounds,
   /// or the size, which grows if \a Y is above the last event. The first two on the constraint axis
-  /// alone if there is one. They render nothing.
+  /// alone if there is one. They render nothing. Null for one end only gives a generic warning.
   void MoveFocus(double* p1, double* p2);
   void Translate(double* p1, double* p2);
   void Scale(double* p1, double* p2, int X, int Y);

@@ -4,6 +4,7 @@
 #include "zvDrag.h"
 #include "zvEvents.h"
 #include "zvLengthLabel.h"
+#include "zvMessages.h"
 #include "zvPick.h"
 #include "zvPointWidget.h"
 #include "zvViewLookup.h"
@@ -38,6 +39,10 @@ constexpr double CrossBounds = 0.1; // of the placed diagonal
 constexpr int LineSegments = 5;
 constexpr int SphereThetaSteps = 16;
 constexpr int SpherePhiSteps = 8;
+
+constexpr char NoBounds[] = "give bounds to place the ruler in...";
+constexpr char NoPosition[] = "give the ruler a position...";
+constexpr char NoMotion[] = "give both ends of the motion before scaling the ruler...";
 
 double DistanceBetween(const double* a, const double* b)
 {
@@ -217,6 +222,10 @@ void zvRulerWidget::SetInteractor(vtkRenderWindowInteractor* interactor)
 
 void zvRulerWidget::PlaceWidget(double bounds[6])
 {
+  if (!zvRequireMacro(bounds, NoBounds))
+  {
+    return;
+  }
   double placed[6];
   double center[3];
   this->AdjustBounds(bounds, placed, center);
@@ -368,6 +377,10 @@ bool zvRulerWidget::IsClicked()
 
 void zvRulerWidget::ClampPosition(double* x)
 {
+  if (!zvRequireMacro(x, NoPosition))
+  {
+    return;
+  }
   for (int axis = 0; axis < 3; ++axis)
   {
     if (x[axis] < this->InitialBounds[2 * axis])
@@ -383,6 +396,10 @@ void zvRulerWidget::ClampPosition(double* x)
 
 int zvRulerWidget::InBounds(double* x)
 {
+  if (!zvRequireMacro(x, NoPosition))
+  {
+    return 0;
+  }
   for (int axis = 0; axis < 3; ++axis)
   {
     if (!(x[axis] >= this->InitialBounds[2 * axis] && x[axis] <= this->InitialBounds[2 * axis + 1]))
@@ -493,6 +510,10 @@ void zvRulerWidget::HighlightLine(int highlight)
 
 void zvRulerWidget::SetLinePosition(double* x)
 {
+  if (!zvRequireMacro(x, NoPosition))
+  {
+    return;
+  }
   double motion[3];
   double end1[3];
   double end2[3];
@@ -512,6 +533,10 @@ void zvRulerWidget::SetLinePosition(double* x)
 
 void zvRulerWidget::Scale(double* p1, double* p2, int vtkNotUsed(X), int Y)
 {
+  if (!zvRequireMacro(p1 && p2, NoMotion))
+  {
+    return;
+  }
   double end1[3];
   double end2[3];
   this->LineSource->GetPoint1(end1);

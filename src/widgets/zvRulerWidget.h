@@ -58,7 +58,9 @@ class zvPW2Callback;
 /// mouse event, and ends in a render or has one within. The wheel renders and sets no abort flag;
 /// the zoom itself is the host's. Outside is left by the next press on the ruler only. Scaling is
 /// entered by no handler, subclasses may. A press that catches an end but is farther from its cross
-/// than the cross can be picked tells its events and moves nothing. Shift held at the press keeps a
+/// than the cross can be picked tells its events and moves nothing. An arm of a cross that reaches
+/// out of its sphere, as before the first UpdateScaleLabel in a view that is zoomed in, moves its
+/// end without the ruler: it tells nothing, and the label stays. Shift held at the press keeps a
 /// drag on one axis, see zvPointWidget.
 ///
 /// Other events: EnableEvent and DisableEvent by SetEnabled. No event has call data.
@@ -109,7 +111,8 @@ public:
   ///@{
   /// Take \a bounds (xmin, xmax, ymin, ymax, zmin, zmax), scaled by PlaceFactor (default 1.0), as
   /// those of ClampToBounds, and lay the line through their middle along Align. With None the ends
-  /// stay. Renders nothing. The other forms work out bounds as vtk3DWidget does.
+  /// stay. Renders nothing. Null only gives a generic warning. The other forms work out bounds as
+  /// vtk3DWidget does.
   void PlaceWidget(double bounds[6]) override;
   void PlaceWidget() override;
   void PlaceWidget(
@@ -164,10 +167,11 @@ public:
   /// not test the viewport; false without an interactor or a renderer.
   bool IsClicked();
 
-  /// Move each coordinate of \a x that is out of the placed bounds onto them.
+  /// Move each coordinate of \a x that is out of the placed bounds onto them. Null only gives a
+  /// generic warning.
   void ClampPosition(double* x);
 
-  /// Whether \a x is in the placed bounds or on them: 1 or 0.
+  /// Whether \a x is in the placed bounds or on them: 1 or 0. Null gives a generic warning and 0.
   int InBounds(double* x);
 
   /// Size the crosses and the label for the view as it now is, and render. Hosts call it when the
@@ -200,11 +204,12 @@ public:
   ///@}
 
   /// Move the line by the way of the body's cross from its last position to \a x, see
-  /// ClampToBounds. Renders nothing.
+  /// ClampToBounds. Renders nothing. Null only gives a generic warning.
   void SetLinePosition(double* x);
 
   /// Shrink the line about its middle, or let it grow if \a Y is above the last event, by the
   /// length from \a p1 to \a p2 as a part of its own. A line without length stays. Renders nothing.
+  /// Null for one end only gives a generic warning.
   void Scale(double* p1, double* p2, int X, int Y);
 
   ///@{

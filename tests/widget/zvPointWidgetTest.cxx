@@ -24,6 +24,9 @@
 #include <functional>
 #include <limits>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -539,6 +542,88 @@ TEST_P(PointWidgetButtons, AMoveAfterAMissDoesNothing)
   EXPECT_THAT(this->Renders.Events(), IsEmpty());
 }
 
+TEST_P(PointWidgetButtons, ADragAsksForQuickPictures)
+{
+  vtkRenderWindowInteractor* interactor = this->Scene.Interactor();
+  ASSERT_NE(interactor->GetDesiredUpdateRate(), interactor->GetStillUpdateRate());
+  this->Enable();
+  this->Pointer.Press(GetParam().Button, this->OnCross());
+  EXPECT_EQ(this->Scene.Window()->GetDesiredUpdateRate(), interactor->GetDesiredUpdateRate());
+  this->Pointer.Release(GetParam().Button);
+  EXPECT_EQ(this->Scene.Window()->GetDesiredUpdateRate(), interactor->GetStillUpdateRate());
+}
+
+TEST_F(PointWidget, AnswersEachEventInEachStateAsTheTableSays)
+{
+  using Names = std::vector<std::string>;
+  struct Answer
+  {
+    int Next;
+    Names Heard; // told by the widget, rendered, or come to whoever stands behind it
+  };
+  struct Row
+  {
+    std::string Event;
+    std::function<void()> Do;
+    Answer InADrag;
+    Answer Otherwise;
+  };
+  struct ButtonNames
+  {
+    zvtest::Button Button;
+    const char* Press;
+    const char* Release;
+    int Next;
+  };
+  constexpr int AsBefore = -1;
+  this->Scene.Renderer()->SetViewport(0.0, 0.0, 0.9, 1.0);
+  this->Scene.Render();
+  const Display out{ { 380, 200 } };
+  const Answer ends{ zvPointWidget::Start, { "EndInteractionEvent", "RenderEvent" } };
+  std::vector<Row> rows = { { "move",
+    [this] { this->Pointer.MoveTo(Plus(this->OnCross(), 15, -9)); },
+    { AsBefore, { "InteractionEvent", "RenderEvent" } }, { AsBefore, { "MouseMoveEvent" } } } };
+  for (const ButtonNames& button : { ButtonNames{ zvtest::Left, "LeftButtonPressEvent",
+                                       "LeftButtonReleaseEvent", zvPointWidget::Moving },
+         ButtonNames{ zvtest::Middle, "MiddleButtonPressEvent", "MiddleButtonReleaseEvent",
+           zvPointWidget::Translating },
+         ButtonNames{ zvtest::Right, "RightButtonPressEvent", "RightButtonReleaseEvent",
+           zvPointWidget::Scaling } })
+  {
+    const Answer grabs{ button.Next, { "StartInteractionEvent", "RenderEvent" } };
+    const Answer misses{ zvPointWidget::Outside, { button.Press } };
+    rows.push_back({ std::string(button.Press) + " on the cross",
+      [this, button] { this->Pointer.Press(button.Button, this->OnCross()); }, grabs, grabs });
+    rows.push_back({ std::string(button.Press) + " beside it",
+      [this, button] { this->Pointer.Press(button.Button, this->Beside()); }, misses, misses });
+    rows.push_back({ std::string(button.Press) + " outside the view",
+      [this, button, out] { this->Pointer.Press(button.Button, out); }, misses, misses });
+    rows.push_back(
+      { button.Release, [this, button] { this->Pointer.Release(button.Button, this->OnCross()); },
+        ends, { AsBefore, { button.Release } } });
+  }
+  this->Enable();
+  for (int state : { zvPointWidget::Start, zvPointWidget::Moving, zvPointWidget::Scaling,
+         zvPointWidget::Translating, zvPointWidget::Outside })
+  {
+    for (const Row& row : rows)
+    {
+      SCOPED_TRACE(row.Event + " in state " + std::to_string(state));
+      this->Point->PlaceWidget(0.5, 1.5, 1.5, 2.5, 2.5, 3.5);
+      this->Point->State = state;
+      zvtest::EventRecorder recorder;
+      recorder.Watch(this->Point, zvtest::WidgetEvents);
+      recorder.Watch(this->Scene.Interactor(), { vtkCommand::RenderEvent });
+      recorder.Watch(this->Scene.Interactor(), MouseEvents, 0.1f);
+      row.Do();
+      const bool isDrag = state != zvPointWidget::Start && state != zvPointWidget::Outside;
+      const Answer& answer = isDrag ? row.InADrag : row.Otherwise;
+      EXPECT_EQ(this->Point->State, answer.Next == AsBefore ? state : answer.Next);
+      EXPECT_EQ(recorder.Names(), answer.Heard);
+    }
+  }
+}
+
 TEST_F(PointWidget, AMoveAtRestDoesNothing)
 {
   this->Enable();
@@ -754,6 +839,20 @@ TEST_F(PointWidget, AWaitThatIsCutShortGoesOnInTheNextDragByDesign)
   EXPECT_GT(this->Position()[0], 1.0);
 }
 
+TEST_F(PointWidget, AWaitForAnAxisDoesNotHoldUpScaling)
+{
+  this->Enable();
+  this->Pointer.Press(zvtest::Left, this->OnCross(), zvtest::Shift);
+  this->Pointer.Release(zvtest::Left, zvtest::Shift);
+  ASSERT_EQ(this->Point->WaitingForMotion, 1);
+  const std::vector<double> bounds = this->Bounds();
+  this->Pointer.Press(zvtest::Right, this->OnCross());
+  this->Watch();
+  this->Pointer.MoveTo(Plus(this->OnCross(), 0, 12));
+  EXPECT_THAT(this->Told.Names(), ElementsAre("InteractionEvent"));
+  EXPECT_GT(this->Bounds()[1], bounds[1]);
+}
+
 TEST_F(PointWidget, TheAxisIsChosenByStateOfTheKeysTheWaitAndTheMotion)
 {
   struct Row
@@ -886,6 +985,36 @@ TEST_F(PointWidget, ADragThatDisablingCutsOffIsOver)
   this->Enable();
   this->Pointer.MoveTo(this->Beside());
   ExpectNear(this->Position(), Center);
+}
+
+TEST_F(PointWidget, WithoutAnArrayNothingChanges)
+{
+  const std::vector<double> bounds = this->Bounds();
+  double box[6] = { 4, 6, 4, 6, 4, 6 };
+  double xyz[3] = { 1, 1, 1 };
+  const char* const noBounds = "give bounds to place the cross in...";
+  const char* const noMotion = "give both ends of the motion before moving the cross...";
+  const std::vector<std::pair<const char*, std::function<void()>>> rows = {
+    { noBounds, [&] { this->Point->PlaceWidget(nullptr); } },
+    { noBounds, [&] { this->Point->AdjustBounds(nullptr, box, xyz); } },
+    { noBounds, [&] { this->Point->AdjustBounds(box, nullptr, xyz); } },
+    { noBounds, [&] { this->Point->AdjustBounds(box, box, nullptr); } },
+    { noMotion, [&] { this->Point->MoveFocus(nullptr, xyz); } },
+    { noMotion, [&] { this->Point->MoveFocus(xyz, nullptr); } },
+    { noMotion, [&] { this->Point->Translate(nullptr, xyz); } },
+    { noMotion, [&] { this->Point->Translate(xyz, nullptr); } },
+    { noMotion, [&] { this->Point->Scale(nullptr, xyz, 0, 9); } },
+    { noMotion, [&] { this->Point->Scale(xyz, nullptr, 0, 9); } },
+  };
+  for (const auto& [message, call] : rows)
+  {
+    call();
+    this->ExpectGenericWarning("zvPointWidget", message);
+    ExpectNear(this->Position(), Center, 0.0);
+    EXPECT_EQ(this->Bounds(), bounds);
+  }
+  EXPECT_THAT(std::vector<double>(box, box + 6), ElementsAre(4, 6, 4, 6, 4, 6));
+  EXPECT_THAT(std::vector<double>(xyz, xyz + 3), ElementsAre(1, 1, 1));
 }
 
 TEST_F(PointWidget, NotANumberIsDrawnNowhere)
