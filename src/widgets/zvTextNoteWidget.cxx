@@ -5,6 +5,7 @@
 #include "zvEvents.h"
 #include "zvInteraction.h"
 #include "zvMessages.h"
+#include "zvNumbers.h"
 #include "zvObservedSubjects.h"
 #include "zvPick.h"
 #include "zvRawView.h"
@@ -299,7 +300,10 @@ void zvTextNoteWidget::ProcessEvents(
 
 bool zvTextNoteWidget::PickText()
 {
-  if (!this->Interactor || !this->TextActor->GetMapper())
+  // At a place or of a size that is no number the picker finds nothing, and complains.
+  if (!this->Interactor || !this->TextActor->GetMapper() ||
+    !zvNumbers::AreFinite(this->TextActor->GetPosition()) ||
+    !zvNumbers::AreFinite(this->TextActor->GetScale()))
   {
     return false;
   }
@@ -343,9 +347,10 @@ void zvTextNoteWidget::Hide()
   {
     this->Interactor->RemoveObserver(this->EventCallbackCommand);
   }
-  if (this->CurrentRenderer)
+  // The renderer may have been taken away meanwhile, the note is in it all the same.
+  if (vtkRenderer* renderer = this->CurrentRenderer ? this->CurrentRenderer : this->ShownIn.Get())
   {
-    this->CurrentRenderer->RemoveActor(this->TextActor);
+    renderer->RemoveActor(this->TextActor);
   }
   this->SetCurrentRenderer(nullptr);
   this->InvokeEvent(vtkCommand::DisableEvent, nullptr);

@@ -20,6 +20,7 @@
 
 #include <csignal>
 #include <functional>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -316,6 +317,17 @@ TEST_F(TextNoteWidget, EnablingAgainSaysSoEachTimeWhateverTheTraces)
     this->Note->SetEnabled(1);
     this->ExpectTrace("zvTextNoteWidget", this->Note, "Return in method SetEnabled())");
   }
+  // Traces come first.
+  this->Note->DebugMode = true;
+  this->Note->SetEnabled(1);
+  this->Note->DebugMode = false;
+  const std::string output = this->TakeOutput();
+  const std::size_t second = output.find("Info: ", 1);
+  ASSERT_NE(second, std::string::npos) << output;
+  EXPECT_TRUE(zvtest::IsTrace(output.substr(0, second), "zvTextNoteWidget", this->Note,
+    "void zvTextNoteWidget::SetEnabled(int enabling)"));
+  EXPECT_TRUE(zvtest::IsTrace(
+    output.substr(second), "zvTextNoteWidget", this->Note, "Return in method SetEnabled())"));
   EXPECT_THAT(recorder.Names(), IsEmpty());
 }
 
@@ -728,6 +740,20 @@ TEST_F(TextNoteWidget, AMiddlePressWithControlStartsAnInteractionThatMovesNothin
   this->ExpectLocation({ { 0, 0, 0 } }, 0.0);
 }
 
+TEST_F(TextNoteWidget, ADragAsksForQuickPictures)
+{
+  vtkRenderWindowInteractor* interactor = this->Scene.Interactor();
+  ASSERT_NE(interactor->GetDesiredUpdateRate(), interactor->GetStillUpdateRate());
+  this->Show();
+  for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
+  {
+    this->Pointer.Press(button, this->OnNote());
+    EXPECT_EQ(this->Scene.Window()->GetDesiredUpdateRate(), interactor->GetDesiredUpdateRate());
+    this->Pointer.Release(button);
+    EXPECT_EQ(this->Scene.Window()->GetDesiredUpdateRate(), interactor->GetStillUpdateRate());
+  }
+}
+
 TEST_F(TextNoteWidget, EitherReleaseEndsADrag)
 {
   for (zvtest::Button button : { zvtest::Left, zvtest::Middle })
@@ -787,6 +813,32 @@ TEST_F(TextNoteWidget, TheTextFacesTheCameraFromEverySide)
     this->Scene.ResetCamera(bounds);
     EXPECT_NEAR(this->Scene.RenderAndLook().Count(Green, 60), head, 0.1 * head) << axis;
   }
+}
+
+TEST_F(TextNoteWidget, ANoteAtNoPlaceOrOfNoSizeIsNeitherSeenNorHit)
+{
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  double green[3] = { 0.0, 1.0, 0.0 };
+  const zvtest::Picture empty = this->Scene.RenderAndLook();
+  this->Show();
+  const zvtest::Display at = this->OnNote();
+  for (const double size : { 2.0, 0.0, nan })
+  {
+    SCOPED_TRACE(size);
+    const double place = size == 2.0 ? nan : 0.0;
+    this->Note->SetText("HHH", green, size);
+    this->Note->SetLocation(place, place, place);
+    EXPECT_EQ(this->Scene.RenderAndLook().CountDifferent(empty), 0);
+    this->Scene.Interactor()->SetEventPosition(at[0], at[1]);
+    EXPECT_EQ(this->Note->IsClicked(), 0);
+    this->Pointer.Press(zvtest::Left, at);
+    EXPECT_EQ(this->Note->State, zvTextNoteWidget::Outside);
+    this->Pointer.Drag(zvtest::Middle, at, { { 120, 130 } });
+    EXPECT_EQ(this->Scene.Look().CountDifferent(empty), 0);
+  }
+  this->Note->SetText("HHH", green, 2.0);
+  this->Note->SetLocation(0.0, 0.0, 0.0);
+  EXPECT_TRUE(this->Scene.RenderAndLook().HasNear(Green, at, 3, 30));
 }
 
 TEST_F(TextNoteWidget, DisabledNothingOfItIsSeen)
@@ -886,6 +938,29 @@ TEST_F(TextNoteWidget, OutlivesWhatItWasShownIn)
   this->Note->OnRightButtonUp();
   this->Note->OnMouseWheelForward();
   this->Note->OnMouseWheelBackward();
+}
+
+TEST_F(TextNoteWidget, LosesItsRendererAndIsStillTakenOutOfTheView)
+{
+  for (const bool isDeleted : { false, true })
+  {
+    this->MakeNote();
+    this->Show();
+    this->Pointer.Press(zvtest::Left, this->OnNote());
+    this->Note->SetCurrentRenderer(nullptr);
+    this->Pointer.MoveTo({ { 120, 130 } });
+    this->ExpectLocation({ { 0, 0, 0 } }, 0.0);
+    if (isDeleted)
+    {
+      this->Note = nullptr;
+    }
+    else
+    {
+      this->Note->SetEnabled(0);
+      EXPECT_EQ(this->Note->GetEnabled(), 0);
+    }
+    EXPECT_EQ(this->Scene.Renderer()->GetViewProps()->GetNumberOfItems(), 0);
+  }
 }
 
 TEST_F(TextNoteWidget, SurvivesObserversThatDisableOrCutOffOrReleaseIt)
