@@ -601,6 +601,23 @@ TYPED_TEST(CurveWidgetMouse, DegenerateCurvesBearEverything)
   }
 }
 
+TYPED_TEST(CurveWidgetMouse, PlacedInNoBoundsItIsNeitherSeenNorComplainedAbout)
+{
+  const zvtest::Picture empty = this->Scene.RenderAndLook();
+  this->Curve->SetNumberOfHandles(3);
+  this->Curve->PlaceWidget(NaN, NaN, NaN, NaN, NaN, NaN);
+  this->Curve->ClosedOn();
+  this->Curve->SetEnabled(1);
+  this->Pointer.WheelForward({ { 200, 200 } });
+  this->Curve->SetState(TypeParam::Moving);
+  this->Pointer.MoveTo({ { 210, 200 } });
+  EXPECT_EQ(this->Scene.RenderAndLook().CountDifferent(empty), 0);
+  this->ExpectNoMessage();
+  this->Curve->PlaceWidget(-6, 6, -6, 6, 0, 0);
+  this->Curve->InitializeHandles(this->PointsOf(this->Square()));
+  EXPECT_GT(this->Scene.RenderAndLook().Count(this->Cyan), 300);
+}
+
 TYPED_TEST(DrawnCurveWidgetMouse, WithoutHandlesThereIsNothingToSeeOrToHit)
 {
   const zvtest::Picture empty = this->Scene.RenderAndLook();

@@ -628,6 +628,24 @@ TEST_F(RulerWidget, EndsThatAreNotNumbersAreDrawnNowhere)
   this->ExpectEnds({ { -5, 0, 0 } }, { { 5, 0, 0 } });
 }
 
+TEST_F(RulerWidget, BoundsThatAreNotNumbersAreBorneUntilThereAreOthers)
+{
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  this->Enable();
+  this->Pointer.Press(zvtest::Left, this->OnEnd2());
+  this->Pointer.MoveTo(this->OnEnd2()); // the label is there
+  this->Pointer.Release(zvtest::Left);
+  this->Ruler->ValidPick = 0; // sizes come from the bounds
+  this->Ruler->PlaceWidget(nan, nan, nan, nan, nan, nan);
+  this->Ruler->UpdateScaleLabel();
+  this->Scene.Render();
+  this->ExpectNoMessage();
+  this->Ruler->PlaceWidget(-6, 6, -6, 6, -6, 6);
+  this->Ruler->UpdateScaleLabel();
+  EXPECT_NEAR(this->Ruler->ScaleFollower->GetScale()[0], 0.12 * std::sqrt(3.0), 1e-9);
+  EXPECT_TRUE(this->Scene.Look().HasNear(Red, this->OnLine(), 1));
+}
+
 TEST_F(RulerWidget, OtherEventsAreIgnored)
 {
   this->Enable();
