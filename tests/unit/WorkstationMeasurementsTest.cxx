@@ -94,6 +94,29 @@ TEST(WorkstationCsv, AFieldIsQuotedOnlyWhereItHasTo)
   EXPECT_EQ(zvMeasurementCsv::Quote("two\rlines"), "\"two\rlines\"");
 }
 
+TEST(WorkstationCsv, ATextIsNoFormulaAndANumberStaysANumber)
+{
+  for (const char* formula : { "=1+1", "+x", "-x", "@sum", "\ttab", "\rline", "\nline", "-", "-1.",
+         "-.5", "-1.0 x", "-1.0  2.0", "-1.0 ", "=", "--1" })
+  {
+    EXPECT_EQ(zvMeasurementCsv::Tame(formula), std::string("'") + formula);
+  }
+  for (const char* harmless : { "", "plain", "a=b", "1-2", "-1", "+12.50", "-37.75 -19.00 0.00",
+         "12.00 -3.50 4.00", "-1.0000 0.0000 0.0000" })
+  {
+    EXPECT_EQ(zvMeasurementCsv::Tame(harmless), harmless);
+  }
+}
+
+TEST(WorkstationCsv, EveryFieldOfALineIsTamedAndQuoted)
+{
+  EXPECT_EQ(zvMeasurementCsv::Write({ { "=k", "=n,\"x\"", "=v", "=s", "=w", "=u" },
+              { "Seed", "-1", "", "", "-37.75 -19.00 0.00", "mm" } }),
+    "Kind,Name,View,Slice,Value,Unit\r\n"
+    "'=k,\"'=n,\"\"x\"\"\",'=v,'=s,'=w,'=u\r\n"
+    "Seed,-1,,,-37.75 -19.00 0.00,mm\r\n");
+}
+
 TEST(WorkstationCsv, ATableHasAHeaderAndALineForEachRow)
 {
   EXPECT_EQ(zvMeasurementCsv::Write({}), "Kind,Name,View,Slice,Value,Unit\r\n");
@@ -162,6 +185,19 @@ TEST(WorkstationMeasurements, ANameStaysWithItsMark)
   list.Rename(0, "   ");
   EXPECT_EQ(TextAt(list, 0, zvMeasurementList::NameColumn), "Ruler 2");
   EXPECT_FALSE(list.setData(list.index(0, zvMeasurementList::ValueColumn), "9", Qt::EditRole));
+}
+
+TEST(WorkstationMeasurements, ANameOfSeveralLinesIsOne)
+{
+  ListedSource source;
+  zvMeasurementList list;
+  list.AddSource(&source);
+  source.Set({ Ruler(1, "5.00") });
+  list.Rename(0, "=\"first\"\nsecond\tthird");
+  EXPECT_EQ(TextAt(list, 0, zvMeasurementList::NameColumn), "=\"first\" second third");
+  EXPECT_EQ(zvMeasurementCsv::Write(list.GetRows()),
+    "Kind,Name,View,Slice,Value,Unit\r\n"
+    "Ruler,\"'=\"\"first\"\" second third\",Axial,89,5.00,mm\r\n");
 }
 
 TEST(WorkstationMeasurements, TheCheckMarkHidesAndShows)

@@ -292,6 +292,25 @@ TEST_F(WorkstationPanel, TheTableIsExportedAsItIs)
       second + ",mm\r\n");
 }
 
+TEST_F(WorkstationPanel, ANameThatLooksLikeAFormulaIsExportedAsAText)
+{
+  this->MakeRuler(2);
+  this->ClickRow(0);
+  this->Key(Qt::Key_F2);
+  auto* field = this->Table()->findChild<QLineEdit*>();
+  ASSERT_NE(field, nullptr);
+  field->clear();
+  QTest::keyClicks(field, "=1+\"2\"");
+  QTest::keyClick(field, Qt::Key_Return);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(this->Cell(0, zvMeasurementList::NameColumn), "=1+\"2\"");
+  const QString path = QString::fromStdString(this->Folder.At("formula.csv"));
+  ASSERT_TRUE(this->Panel()->ExportTo(path));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().contains("\r\nRuler,\"'=1+\"\"2\"\"\",Axial,"));
+}
+
 TEST_F(WorkstationPanel, AFileThatCannotBeWrittenIsTold)
 {
   this->MakeRuler(2);

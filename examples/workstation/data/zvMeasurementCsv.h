@@ -22,7 +22,12 @@ namespace zvMeasurementCsv
 /// of line, with each double quote of its own doubled; otherwise as it is.
 std::string Quote(const std::string& field);
 
-/// The header "Kind,Name,View,Slice,Value,Unit" and a line a row, each ended by CR LF.
+/// A text as no program takes it for a formula: with an apostrophe before it if it begins with =,
+/// +, -, @, a tab or the end of a line, unless it is a number or numbers with blanks between.
+std::string Tame(const std::string& text);
+
+/// The header "Kind,Name,View,Slice,Value,Unit" and a line a row, each ended by CR LF; all fields
+/// are tamed and quoted.
 std::string Write(const std::vector<zvMeasurementRow>& rows);
 }
 
