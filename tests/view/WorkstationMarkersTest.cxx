@@ -27,6 +27,8 @@
 #include <QElapsedTimer>
 #include <QWindow>
 
+#include "vtkActorCollection.h"
+#include "vtkFollower.h"
 #include "vtkGenericOpenGLRenderWindow.h"
 #include "vtkImageData.h"
 #include "vtkMath.h"
@@ -34,6 +36,7 @@
 
 #include <cmath>
 #include <functional>
+#include <memory>
 
 namespace
 {
@@ -179,19 +182,18 @@ protected:
 TEST_F(WorkstationMarkers, ASeedIsPlacedByAClickAndListedWithItsPosition)
 {
   this->Choose("seed");
-  const Vector point = this->OnSlice(2, 0.3, 0.2);
+  const Vector point = this->OnSlice(2, 0.3, -0.2); // before the planes of all views
   this->ClickOn(2, point);
   ASSERT_EQ(this->Kinds(), QStringList{ "Seed" });
   EXPECT_EQ(this->Cell(0, zvMeasurementList::NameColumn), "Seed 1");
   this->ExpectPoint(this->Numbers(0), point, 1.5);
-  vtkRenderer* const views[] = { this->Slice(0)->GetRenderer(), this->Slice(1)->GetRenderer(),
-    this->Slice(2)->GetRenderer() };
   EXPECT_EQ(this->Markers()->GetSeeds()->GetWidget()->GetEnabled(), 1);
-  for (vtkRenderer* view : views)
+  for (int axis = 0; axis < 3; ++axis)
   {
-    EXPECT_GT(view->GetActors()->GetNumberOfItems(), 0);
+    EXPECT_GT(this->Count(axis, SelectedSeed), 10) << axis;
   }
-  EXPECT_GT(this->Count(2, SelectedSeed), 10);
+  this->Window.GetView()->renderWindow()->Render();
+  EXPECT_GT(zvtest::Picture(this->Window.GetView()->renderWindow()).Count(SelectedSeed, 60), 5);
 }
 
 TEST_F(WorkstationMarkers, PlacingLeavesTheCrossAlone)
@@ -257,6 +259,127 @@ TEST_F(WorkstationMarkers, DeleteRemovesTheSeedUnderTheMouse)
   this->ExpectPoint(this->Numbers(0), second, 1.5);
   this->Hand(2).MoveTo(this->Hand(2).At(this->OnSlice(2, 0.0, -0.5)));
   EXPECT_FALSE(this->List()->RemoveUnderMouse());
+}
+
+TEST_F(WorkstationMarkers, AHiddenPointIsNotDeletedByTheMouse)
+{
+  const Vector point = this->OnSlice(2, 0.3, 0.2);
+  for (const char* tool : { "seed", "chain", "tree" })
+  {
+    this->Choose(tool);
+    this->ClickOn(2, point);
+    this->Window.GetTools()->Leave();
+    this->List()->SetHidden(0, true);
+    this->Hand(2).MoveTo(this->Hand(2).At(point));
+    EXPECT_FALSE(this->List()->RemoveUnderMouse()) << tool;
+    EXPECT_EQ(this->List()->rowCount(), 1) << tool;
+    this->List()->SetHidden(0, false);
+    EXPECT_TRUE(this->List()->RemoveUnderMouse()) << tool;
+    EXPECT_EQ(this->List()->rowCount(), 0) << tool;
+  }
+}
+
+TEST_F(WorkstationMarkers, WhatIsHiddenStaysSoWhenAPartOfItIsRemoved)
+{
+  for (const char* tool : { "seed", "chain", "tree" })
+  {
+    this->Choose(tool);
+    for (const double right : { -0.4, 0.0, 0.4 })
+    {
+      this->ClickOn(2, this->OnSlice(2, right, 0.3));
+    }
+    this->Window.GetTools()->Leave();
+    this->List()->SetHidden(0, true);
+    const int bare = this->Count(2, Segment) + this->Count(2, Selected);
+    this->List()->Remove(2);
+    ASSERT_EQ(this->List()->rowCount(), 2) << tool;
+    EXPECT_TRUE(this->List()->IsHidden(0)) << tool;
+    EXPECT_TRUE(this->List()->IsHidden(1)) << tool;
+    EXPECT_EQ(this->Count(2, Segment) + this->Count(2, Selected), bare) << tool;
+    this->List()->SetHidden(1, false);
+    EXPECT_FALSE(this->List()->IsHidden(0)) << tool;
+    this->List()->RemoveAll();
+  }
+}
+
+TEST_F(WorkstationMarkers, DeleteAllWithAToolInHandLeavesItReady)
+{
+  const std::array<double, 3> cross = this->Window.GetViews()->GetLink()->GetCross();
+  for (const char* tool : { "seed", "chain", "tree", "normal" })
+  {
+    this->Choose(tool);
+    this->ClickOn(2, this->OnSlice(2, 0.4, 0.3));
+    this->ClickOn(2, this->OnSlice(2, -0.4, 0.3));
+    this->List()->RemoveAll();
+    EXPECT_EQ(this->List()->rowCount(), 0) << tool;
+    EXPECT_TRUE(this->Window.GetTools()->IsActive(tool));
+    this->ClickOn(2, this->OnSlice(2, 0.5, -0.4));
+    this->ClickOn(2, this->OnSlice(2, -0.5, -0.4));
+    EXPECT_GT(this->List()->rowCount(), 0) << tool;
+    EXPECT_EQ(this->Window.GetViews()->GetLink()->GetCross(), cross) << tool;
+    this->List()->RemoveAll();
+  }
+}
+
+TEST_F(WorkstationMarkers, IdsThatAreNotKnownAreIgnored)
+{
+  constexpr int unknown = 99;
+  const std::array<double, 3> cross = this->Window.GetViews()->GetLink()->GetCross();
+  zvMarkerTools* markers = this->Markers();
+  zvMarker* const all[] = { markers->GetSeeds(), markers->GetChain(), markers->GetTree(),
+    markers->GetNormal(), markers->GetBox() };
+  const char* const tools[] = { "seed", "chain", "tree", "normal", "box" };
+  for (int i = 0; i < 5; ++i)
+  {
+    for (const bool isThere : { false, true })
+    {
+      if (isThere)
+      {
+        this->Choose(tools[i]);
+        if (all[i]->GetClicks() != zvMarker::Clicks::None)
+        {
+          this->ClickOn(2, this->OnSlice(2, 0.4, 0.3));
+          this->ClickOn(2, this->OnSlice(2, -0.4, 0.3));
+        }
+        this->Window.GetTools()->Leave();
+        ASSERT_GT(this->List()->rowCount(), 0) << tools[i];
+      }
+      const int before = this->List()->rowCount();
+      all[i]->GoTo(unknown);
+      all[i]->SetHidden(unknown, true);
+      all[i]->Remove(unknown);
+      EXPECT_FALSE(all[i]->Edit(unknown));
+      EXPECT_EQ(this->List()->rowCount(), before) << tools[i];
+      EXPECT_FALSE(this->List()->IsHidden(0)) << tools[i];
+      EXPECT_EQ(this->Window.GetViews()->GetLink()->GetCross(), cross) << tools[i];
+    }
+    this->List()->RemoveAll();
+  }
+}
+
+TEST_F(WorkstationMarkers, ALabelIsOutlinedInTheViewThatItFaces)
+{
+  this->Choose("chain");
+  this->ClickOn(1, this->OnSlice(1, -0.4, 0.3));
+  this->ClickOn(1, this->OnSlice(1, 0.4, 0.3));
+  // The label and its outline, all of one text.
+  const auto countTexts = [this](int axis)
+  {
+    vtkRenderer* renderer = this->Slice(axis)->GetRenderer();
+    this->Slice(axis)->renderWindow()->Render();
+    int count = 0;
+    vtkActorCollection* actors = renderer->GetActors();
+    vtkCollectionSimpleIterator position;
+    actors->InitTraversal(position);
+    while (vtkActor* actor = actors->GetNextActor(position))
+    {
+      count += vtkFollower::SafeDownCast(actor) != nullptr && actor->GetVisibility() != 0;
+    }
+    return count;
+  };
+  EXPECT_EQ(countTexts(1), 5);
+  EXPECT_EQ(countTexts(0), 1);
+  EXPECT_EQ(countTexts(2), 1);
 }
 
 TEST_F(WorkstationMarkers, AChainTellsItsLengthAndThoseOfItsSegments)
@@ -396,6 +519,25 @@ TEST_F(WorkstationMarkers, TwoClicksPlaceANormal)
   EXPECT_GT(std::abs(this->Numbers(0)[1]), 0.5);
 }
 
+TEST_F(WorkstationMarkers, ANormalThatIsDeletedMakesRoomForAnother)
+{
+  this->Choose("normal");
+  const Vector from = this->OnSlice(2, -0.3, 0.2), to = this->OnSlice(2, 0.3, 0.2);
+  for (const char* name : { "Normal 1", "Normal 1" }) // an empty list counts anew
+  {
+    this->ClickOn(2, from);
+    EXPECT_EQ(this->List()->rowCount(), 0);
+    this->ClickOn(2, to);
+    ASSERT_EQ(this->Kinds(), QStringList{ "Normal" });
+    EXPECT_EQ(this->Cell(0, zvMeasurementList::NameColumn), name);
+    this->Hand(2).MoveTo(this->Hand(2).At(this->Markers()->GetNormal()->GetPoint(1)));
+    EXPECT_TRUE(this->List()->RemoveUnderMouse());
+    EXPECT_EQ(this->List()->rowCount(), 0);
+  }
+  this->Window.GetTools()->Leave();
+  EXPECT_EQ(this->Markers()->GetNormal()->GetWidget(), nullptr);
+}
+
 TEST_F(WorkstationMarkers, ANormalOfOnePointIsDroppedWithTheTool)
 {
   this->Choose("normal");
@@ -508,6 +650,94 @@ TEST_F(WorkstationMarkers, GoWithTheVolume)
   this->Choose("seed");
   this->ClickOn(2, this->OnSlice(2, 0.2, 0.2));
   EXPECT_EQ(this->Kinds(), QStringList{ "Seed" });
+}
+
+TEST_F(WorkstationMarkers, ANewVolumeInMidDragLeavesNothingBehind)
+{
+  for (const char* tool : { "seed", "chain", "tree", "normal" })
+  {
+    this->Choose(tool);
+    const Vector from = this->OnSlice(2, 0.3, 0.2), to = this->OnSlice(2, -0.3, 0.2);
+    this->ClickOn(2, from);
+    this->ClickOn(2, to);
+    zvViewHand& hand = this->Hand(2);
+    hand.MoveTo(hand.At(to));
+    hand.Press(Qt::LeftButton, hand.At(to));
+    hand.MoveTo(hand.Part(0.1, 0.1));
+    const int before = this->Shown;
+    this->Window.OpenPhantom(PhantomSide);
+    ASSERT_TRUE(WaitFor([&] { return this->Shown > before; }));
+    hand.MoveTo(hand.Part(0.2, 0.2));
+    hand.Release();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(this->List()->rowCount(), 0) << tool;
+    EXPECT_TRUE(this->Window.GetTools()->IsActive("cross")) << tool;
+  }
+}
+
+TEST_F(WorkstationMarkers, APointThatIsDeletedInMidDragIsGone)
+{
+  for (const char* tool : { "seed", "chain", "tree" })
+  {
+    this->Choose(tool);
+    const Vector first = this->OnSlice(2, 0.3, 0.2), second = this->OnSlice(2, -0.3, 0.2);
+    this->ClickOn(2, first);
+    this->ClickOn(2, second);
+    const QString before = this->Cell(0, zvMeasurementList::ValueColumn);
+    zvViewHand& hand = this->Hand(2);
+    hand.MoveTo(hand.At(second));
+    hand.Press(Qt::LeftButton, hand.At(second));
+    hand.MoveTo(hand.At(this->OnSlice(2, -0.2, 0.4)));
+    EXPECT_TRUE(this->List()->RemoveUnderMouse()) << tool;
+    EXPECT_EQ(this->List()->rowCount(), 1) << tool;
+    const QString left = this->Cell(0, zvMeasurementList::ValueColumn);
+    hand.MoveTo(hand.At(this->OnSlice(2, 0.1, -0.3)));
+    hand.Release();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(this->List()->rowCount(), 1) << tool;
+    EXPECT_EQ(this->Cell(0, zvMeasurementList::ValueColumn), left)
+      << tool << ", which was " << before.toStdString();
+    this->Window.GetTools()->Leave();
+    this->List()->RemoveAll();
+  }
+}
+
+TEST_F(WorkstationMarkers, AWindowMayBeDeletedWithMarkersAndInMidDrag)
+{
+  for (const char* last : { "seed", "chain", "tree", "normal" })
+  {
+    auto window = std::make_unique<zvMainWindow>();
+    window->show();
+    bool isShown = false;
+    QObject::connect(window.get(), &zvMainWindow::shown, [&isShown] { isShown = true; });
+    window->OpenPhantom(PhantomSide / 2);
+    ASSERT_TRUE(WaitFor([&isShown] { return isShown; }));
+    zvViewHand hand(window->GetViews()->GetSliceView(2));
+    double height = -0.5;
+    QPoint end;
+    for (const char* tool : { "box", "seed", "chain", "tree", "normal" })
+    {
+      window->GetTools()->Choose(tool);
+      for (const double right : { -0.3, 0.3 })
+      {
+        const QPoint place = hand.Part(right, height);
+        hand.MoveTo(place);
+        if (QString(tool) != "box")
+        {
+          hand.Click(Qt::LeftButton, place);
+        }
+        end = QString(tool) == last ? place : end;
+      }
+      height += 0.22;
+    }
+    ASSERT_EQ(window->GetMeasurements()->rowCount(), 1 + 2 + 2 + 2 + 1);
+    hand.MoveTo(end);
+    hand.Press(Qt::LeftButton, end);
+    hand.MoveTo(hand.Part(0.0, 0.4));
+    window.reset();
+    QCoreApplication::processEvents();
+    ExpectNoMessage();
+  }
 }
 
 int main(int argc, char** argv)

@@ -129,9 +129,9 @@ zvMarker::Vector zvBoxMarker::GetPlace(int) const
   return centre;
 }
 
-void zvBoxMarker::SetHidden(int, bool hidden)
+void zvBoxMarker::SetHidden(int id, bool hidden)
 {
-  if (this->Box)
+  if (this->IsKnown(id))
   {
     this->Box->SetEnabled(hidden ? 0 : 1);
     this->ShowEdges(!hidden);

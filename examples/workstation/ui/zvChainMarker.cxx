@@ -81,8 +81,10 @@ zvMarker::Vector zvChainMarker::GetPoint(int index) const
   return point;
 }
 
+// A drag of what goes is over.
 void zvChainMarker::RemovePoint(int index)
 {
+  this->Chain->SetState(zv3DRulerWidget::Start);
   this->Chain->SetCurrentActorIndex(index);
   this->Chain->RemovePointSelected();
   this->Numbers.RemoveAt(index);
@@ -124,8 +126,12 @@ zvMarker::Vector zvChainMarker::GetPlace(int id) const
   return this->GetPoint(std::max(this->Numbers.Find(id), 0));
 }
 
-void zvChainMarker::SetHidden(int, bool hidden)
+void zvChainMarker::SetHidden(int id, bool hidden)
 {
+  if (!this->IsKnown(id))
+  {
+    return;
+  }
   this->Chain->SetCurrentRender(this->GetRenderer3D());
   this->Chain->SetEnabled(hidden ? 0 : 1);
   emit this->changed();

@@ -107,7 +107,8 @@ void zvLabelOutlines::Put(vtkFollower* text, Outline& outline)
     one->SetMapper(text->GetMapper());
     one->SetCamera(camera);
     one->SetScale(text->GetScale());
-    one->SetVisibility(text->GetVisibility());
+    // A text that faces the camera of another view is seen from its edge here.
+    one->SetVisibility(text->GetVisibility() && text->GetCamera() == camera);
     double place[3];
     for (int i = 0; i < 3; ++i)
     {

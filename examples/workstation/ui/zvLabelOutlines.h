@@ -11,7 +11,8 @@ class vtkFollower;
 class vtkRenderer;
 
 /// Dark outlines around the texts that the tools draw in a renderer, so that they can be read on
-/// bright tissue too. The tools know nothing of it: the texts are looked for before each picture.
+/// bright tissue too; of markers that stand in several views, in the one that their text faces. The
+/// tools know nothing of it: the texts are looked for before each picture.
 class zvLabelOutlines
 {
 public:

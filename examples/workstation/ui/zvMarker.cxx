@@ -8,6 +8,7 @@
 #include "vtkRenderWindowInteractor.h"
 #include "vtkRenderer.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -67,11 +68,23 @@ QString zvMarker::Describe(const Vector& point)
   return QString("%1 %2 %3").arg(Number(point[0]), Number(point[1]), Number(point[2]));
 }
 
+bool zvMarker::IsKnown(int id) const
+{
+  const std::vector<zvMeasurement> lines = this->Read();
+  return std::any_of(
+    lines.begin(), lines.end(), [id](const zvMeasurement& line) { return line.Id == id; });
+}
+
 bool zvMarker::RemoveUnderMouse()
 {
+  const std::vector<zvMeasurement> lines = this->Read();
+  if (this->Hovered == nullptr || lines.empty() || lines.front().IsHidden)
+  {
+    return false;
+  }
   int nearest = -1;
   double least = Reach;
-  for (int i = 0; this->Hovered != nullptr && i < this->GetPointCount(); ++i)
+  for (int i = 0; i < this->GetPointCount(); ++i)
   {
     const double distance = DistanceOnScreen(this->GetPoint(i), this->Hovered);
     if (distance <= least)
@@ -89,5 +102,8 @@ bool zvMarker::RemoveUnderMouse()
 
 void zvMarker::GoTo(int id)
 {
-  emit this->goToWanted(this->GetPlace(id));
+  if (this->IsKnown(id))
+  {
+    emit this->goToWanted(this->GetPlace(id));
+  }
 }

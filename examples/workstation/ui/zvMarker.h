@@ -54,6 +54,7 @@ public:
   virtual void RemovePoint(int index) = 0;
   ///@}
 
+  /// What is hidden is under no mouse.
   bool RemoveUnderMouse() override;
   void GoTo(int id) override;
 
@@ -66,6 +67,9 @@ protected:
   virtual void Enter(vtkRenderer* renderer) = 0;
   /// Where a line of the list is.
   virtual Vector GetPlace(int id) const = 0;
+
+  /// Whether a line of the list has this id.
+  bool IsKnown(int id) const;
 
   static QString Describe(const Vector& point);
   vtkRenderer* GetSliceRenderer(int axis) const;

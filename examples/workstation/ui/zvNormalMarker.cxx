@@ -28,10 +28,15 @@ void zvNormalMarker::Measure(double bounds[6])
 
 void zvNormalMarker::Begin()
 {
-  if (this->Normal)
+  this->IsChosen = true;
+  if (!this->Normal)
   {
-    return;
+    this->Make();
   }
+}
+
+void zvNormalMarker::Make()
+{
   this->Normal = vtkSmartPointer<zvPlacedNormal>::New();
   this->Normal->KeyPressActivationOff();
   this->Normal->SetConeSize(this->ConeSize);
@@ -47,6 +52,7 @@ void zvNormalMarker::Begin()
 
 void zvNormalMarker::End()
 {
+  this->IsChosen = false;
   if (this->Normal && !this->Normal->IsPlaced())
   {
     this->RemoveAll();
@@ -102,9 +108,9 @@ zvMarker::Vector zvNormalMarker::GetPlace(int) const
   return this->GetPointCount() > 0 ? this->GetPoint(0) : Vector{};
 }
 
-void zvNormalMarker::SetHidden(int, bool hidden)
+void zvNormalMarker::SetHidden(int id, bool hidden)
 {
-  if (!this->Normal)
+  if (!this->IsKnown(id))
   {
     return;
   }
@@ -133,6 +139,10 @@ void zvNormalMarker::RemoveAll()
   normal->RemoveAllObservers();
   normal->RemoveAllActorsOfRenderers();
   normal->RenderesUpdate();
+  if (this->IsChosen) // the next clicks place another
+  {
+    this->Make();
+  }
   emit this->changed();
 }
 

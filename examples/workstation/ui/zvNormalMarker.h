@@ -10,7 +10,7 @@ class zvPlacedNormal;
 
 /// A direction from point to point, with a cone at each end: one line of the list, its unit vector.
 /// Two clicks on slices place it; then its cones and its line can be dragged. There is one at a
-/// time: remove it to place another.
+/// time: remove it to place another, with the tool still chosen if it was.
 class zvNormalMarker : public zvMarker
 {
   Q_OBJECT
@@ -40,12 +40,14 @@ protected:
   Vector GetPlace(int id) const override;
 
 private:
+  void Make();
   void HandleChanged(vtkObject*, unsigned long, void*);
 
   vtkSmartPointer<zvPlacedNormal> Normal;
   double ConeSize = 3.0; // millimetres
   int Id = 0;
   bool IsHidden = false;
+  bool IsChosen = false; // the tool
 };
 
 #endif

@@ -59,8 +59,10 @@ zvMarker::Vector zvSeedMarker::GetPoint(int index) const
   return point;
 }
 
+// A drag of what goes is over.
 void zvSeedMarker::RemovePoint(int index)
 {
+  this->Seeds->SetState(zvSeedWidget::Start);
   this->Seeds->SetCurrentActorIndex(index);
   this->Seeds->EraseHandle();
   this->Numbers.RemoveAt(index);
@@ -88,8 +90,12 @@ zvMarker::Vector zvSeedMarker::GetPlace(int id) const
   return this->GetPoint(std::max(this->Numbers.Find(id), 0));
 }
 
-void zvSeedMarker::SetHidden(int, bool hidden)
+void zvSeedMarker::SetHidden(int id, bool hidden)
 {
+  if (!this->IsKnown(id))
+  {
+    return;
+  }
   this->Seeds->SetCurrentRender(this->GetRenderer3D());
   this->Seeds->SetEnabled(hidden ? 0 : 1);
   emit this->changed();
@@ -106,6 +112,7 @@ void zvSeedMarker::Remove(int id)
 
 void zvSeedMarker::RemoveAll()
 {
+  this->Seeds->SetState(zvSeedWidget::Start);
   this->Seeds->Clear();
   this->Numbers.Clear();
   emit this->changed();

@@ -107,12 +107,13 @@ void zvSliceMarks::SetTool(Tool tool)
 {
   this->DropUnfinished();
   this->ActiveTool = tool;
+  this->Viewer->ResetMode();
   this->SetModes();
 }
 
+// Those of the marks' tools alone: another tool may have set one of its own.
 void zvSliceMarks::SetModes()
 {
-  this->Viewer->ResetMode();
   this->Viewer->SetAddLassoMode(this->ActiveTool == Tool::Lasso);
   this->Viewer->SetAddText(this->ActiveTool == Tool::Note);
   if (this->ActiveTool == Tool::Area)
@@ -712,6 +713,11 @@ void zvSliceMarks::Remove(int id)
     this->Marks.begin(), this->Marks.end(), [id](const Mark& mark) { return mark.Id == id; });
   if (found != this->Marks.end())
   {
+    if (found->Widget == this->Drawn.Get()) // by its line, or by the mouse, before it was done
+    {
+      this->Drawn = nullptr;
+      this->IsFollowing = false;
+    }
     this->Viewer->Remove(found->Widget);
     this->Marks.erase(found);
     this->Render();

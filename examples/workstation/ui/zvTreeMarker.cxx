@@ -83,6 +83,7 @@ void zvTreeMarker::RemovePoint(int index)
 
 void zvTreeMarker::Reload()
 {
+  const bool isShown = this->Tree->IsEnabled();
   this->Tree->SetCurrentRender(this->GetRenderer3D());
   this->Tree->SetEnabled(0);
   this->Tree->Clear();
@@ -90,7 +91,10 @@ void zvTreeMarker::Reload()
   {
     this->Tree->LoadTree(this->Copy);
   }
-  this->Show();
+  if (isShown)
+  {
+    this->Show();
+  }
 }
 
 std::vector<zvMeasurement> zvTreeMarker::Read() const
@@ -121,8 +125,12 @@ zvMarker::Vector zvTreeMarker::GetPlace(int id) const
   return this->GetPoint(std::max(this->Numbers.Find(id), 0));
 }
 
-void zvTreeMarker::SetHidden(int, bool hidden)
+void zvTreeMarker::SetHidden(int id, bool hidden)
 {
+  if (!this->IsKnown(id))
+  {
+    return;
+  }
   this->Tree->SetCurrentRender(this->GetRenderer3D());
   this->Tree->SetEnabled(hidden ? 0 : 1);
   emit this->changed();
