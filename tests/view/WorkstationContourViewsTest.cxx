@@ -26,12 +26,14 @@
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
 #include <QWindow>
+#include <QtTest>
 
 #include "vtkGenericOpenGLRenderWindow.h"
 #include "vtkImageData.h"
@@ -334,11 +336,16 @@ TEST_F(WorkstationContourViews, ButtonsOfferWhatIsPossible)
   const auto enabled = [this]
   {
     std::string which;
+    const QList<QAction*> actions = this->Panel()->GetActions();
+    int at = 0;
     for (QPushButton* button : { this->Panel()->GetStartButton(), this->Panel()->GetStepButton(),
            this->Panel()->GetStopButton(), this->Panel()->GetResetButton(),
            this->Panel()->GetClearButton() })
     {
       which += button->isEnabled() ? "1" : "0";
+      const QAction* action = actions[at++];
+      EXPECT_EQ(action->isEnabled(), button->isEnabled()) << action->text().toStdString();
+      EXPECT_EQ(action->toolTip(), button->toolTip());
     }
     return which;
   };
@@ -355,6 +362,43 @@ TEST_F(WorkstationContourViews, ButtonsOfferWhatIsPossible)
   EXPECT_EQ(enabled(), "11011");
   this->Panel()->GetResetButton()->click();
   EXPECT_EQ(enabled(), "11001");
+}
+
+TEST_F(WorkstationContourViews, ItsMenuAndKeysDoWhatTheButtonsDo)
+{
+  QApplication::setActiveWindow(&this->Window);
+  const auto type = [this](Qt::Key key, Qt::KeyboardModifiers modifiers)
+  {
+    this->Slice(2)->setFocus();
+    QTest::keyClick(this->Slice(2), key, modifiers);
+  };
+  QMenu* menu = nullptr;
+  for (QAction* action : this->Window.menuBar()->actions())
+  {
+    menu = action->text() == "&Contour" ? action->menu() : menu;
+  }
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(menu->actions(), this->Panel()->GetActions());
+  this->PlaceRing(2);
+  const zvContour ring = this->ContourOf(2);
+  type(Qt::Key_F6, Qt::NoModifier);
+  ASSERT_TRUE(WaitFor([this] { return !this->Tool()->IsRunning(); }));
+  EXPECT_EQ(this->Tool()->GetStepCount(), 1);
+  type(Qt::Key_F5, Qt::NoModifier);
+  EXPECT_TRUE(this->Tool()->IsRunning());
+  type(Qt::Key_F5, Qt::ShiftModifier);
+  EXPECT_FALSE(this->Tool()->IsRunning());
+  type(Qt::Key_F5, Qt::ControlModifier);
+  EXPECT_EQ(this->ContourOf(2), ring);
+  ASSERT_TRUE(this->RunToEnd());
+  type(Qt::Key_M, Qt::ShiftModifier);
+  EXPECT_TRUE(this->Panel()->IsMaskWanted());
+  EXPECT_TRUE(this->IsRed(2, Middle));
+  type(Qt::Key_M, Qt::ShiftModifier);
+  EXPECT_FALSE(this->Panel()->IsMaskWanted());
+  EXPECT_FALSE(this->IsRed(2, Middle));
+  type(Qt::Key_F6, Qt::ControlModifier);
+  EXPECT_TRUE(this->ContourOf(2).empty());
 }
 
 TEST_F(WorkstationContourViews, AStepIsOneStep)
@@ -624,6 +668,18 @@ TEST_F(WorkstationContourViews, OneMaskAtATime)
   this->Panel()->GetMaskBox()->setChecked(true);
   EXPECT_FALSE(action->isChecked());
   EXPECT_TRUE(this->IsRed(2, Middle));
+  // A region is chosen for the next time.
+  QComboBox* regions = this->Window.GetEditBar()->GetRegionBox();
+  regions->setCurrentIndex(1);
+  emit regions->activated(1);
+  EXPECT_TRUE(this->Panel()->IsMaskWanted());
+  EXPECT_TRUE(this->IsRed(2, Middle));
+  EXPECT_TRUE(this->Panel()->GetActions().back()->isChecked());
+  action->setChecked(true);
+  EXPECT_FALSE(this->Panel()->GetActions().back()->isChecked());
+  EXPECT_FALSE(this->IsRed(2, Middle));
+  action->setChecked(false);
+  EXPECT_EQ(this->CountRed(), 0);
 }
 
 TEST_F(WorkstationContourViews, LeavingTheToolKeepsTheContourOutOfReach)
@@ -693,6 +749,11 @@ TEST_F(WorkstationContourViews, InTurnedPlanesThereIsNoContour)
   EXPECT_FALSE(this->Contour(2)->GetSliceWidget()->GetEnabled());
   this->Tool()->Start();
   EXPECT_FALSE(this->Tool()->IsRunning());
+  EXPECT_EQ(this->Panel()->GetMessage(), "The planes are turned. Make them orthogonal first.");
+  const double position = this->Viewer(2)->GetCenter()[2];
+  this->Panel()->GetResetButton()->click();
+  EXPECT_EQ(this->Viewer(2)->GetCenter()[2], position);
+  EXPECT_TRUE(this->Panel()->GetResetButton()->isEnabled()) << "later";
   EXPECT_EQ(this->Panel()->GetMessage(), "The planes are turned. Make them orthogonal first.");
   this->Window.GetViews()->Straighten();
   EXPECT_TRUE(this->Contour(2)->IsVisible());

@@ -24,6 +24,22 @@
 
 class WorkstationMarks : public zvtest::ToolsFixture
 {
+protected:
+  // A ring of 777 in the axial slice, with 5 inside, and that value in hand.
+  void WriteRing()
+  {
+    for (int i = 10; i <= 20; ++i)
+    {
+      for (int j = 10; j <= 20; ++j)
+      {
+        const bool isRing = i == 10 || i == 20 || j == 10 || j == 20;
+        this->Image()->SetScalarComponentFromDouble(i, j, 14, 0, isRing ? 777.0 : 5.0);
+      }
+    }
+    this->Window.GetEditBar()->GetValueBox()->setValue(777);
+  }
+  double InRing() { return this->Image()->GetScalarComponentAsDouble(15, 15, 14, 0); }
+  QPoint SeenInRing() { return this->Seen(2, { { 15, 15, 14 } }); }
 };
 
 // ---- notes
@@ -222,6 +238,75 @@ TEST_F(WorkstationMarks, ANewVolumeBeginsWithoutMarksAndWithTheCross)
   EXPECT_EQ(this->Cell(0, zvMeasurementList::NameColumn), "Ruler 1");
 }
 
+TEST_F(WorkstationMarks, ANoteThatIsStillAskedForIsNotMadeInAnotherVolume)
+{
+  for (const bool isNew : { true, false })
+  {
+    if (!isNew)
+    {
+      this->MakeNote(2, "MMMM");
+    }
+    const int before = this->Shown;
+    this->Tools()->Choose("note");
+    this->Click(2, this->Hand(2).Part(-0.1, 0.3) + QPoint(12, -6));
+    ASSERT_NE(this->Dialog(), nullptr);
+    this->Dialog()->GetTextField()->setText("too late");
+    this->Window.OpenPhantom(24);
+    ASSERT_TRUE(WaitFor([&] { return this->Shown > before; }));
+    ASSERT_TRUE(WaitFor([this] { return this->Dialog() == nullptr; }));
+    EXPECT_EQ(this->Rows(), 0);
+  }
+}
+
+TEST_F(WorkstationMarks, ANewVolumeInMidDragLeavesNothingBehind)
+{
+  for (const char* id : { "ruler", "area", "lasso", "paint", "cross" })
+  {
+    SCOPED_TRACE(id);
+    const int before = this->Shown;
+    this->Tools()->Choose(id);
+    const Points square = this->Square(2, 50);
+    this->Hand(2).MoveTo(square[0]);
+    this->Hand(2).Press(Qt::LeftButton, square[0]);
+    this->Hand(2).MoveTo(square[1]);
+    this->Window.OpenPhantom(24);
+    ASSERT_TRUE(WaitFor([&] { return this->Shown > before; }));
+    this->Hand(2).MoveTo(square[2]);
+    this->Hand(2).Release();
+    EXPECT_EQ(this->Rows(), 0);
+    EXPECT_FALSE(this->Marks(2)->IsDrawing());
+    this->ExpectActive("cross");
+    this->MakeRuler(2);
+    EXPECT_EQ(this->Rows(), 1);
+  }
+}
+
+TEST_F(WorkstationMarks, ARefusedFileKeepsMarksToolAndFill)
+{
+  this->Window.SetTellsRefusals(false);
+  this->MakeRuler(1);
+  this->MakeArea(0);
+  this->List()->Rename(0, "mine");
+  this->Window.GetEditBar()->GetValueBox()->setValue(777);
+  this->Tools()->Choose("fill");
+  this->Click(2, this->Hand(2).Part(0.1, 0.1));
+  ASSERT_TRUE(this->Window.GetEditBar()->GetUndoAction()->isEnabled());
+  this->Tools()->Choose("area");
+  this->ClickAll(1, { this->Square(1, 50)[0], this->Square(1, 50)[1] });
+  const QString title = this->Window.windowTitle();
+  QString reason;
+  QObject::connect(&this->Window, &zvMainWindow::refused,
+    [&reason](const QString&, const QString& why) { reason = why; });
+  this->Window.Open(QString::fromStdString(this->Folder.Write("broken.nii", "no image")));
+  ASSERT_TRUE(WaitFor([&reason] { return !reason.isEmpty(); }));
+  EXPECT_EQ(this->Rows(), 2);
+  EXPECT_EQ(this->Cell(0, zvMeasurementList::NameColumn), "mine");
+  EXPECT_TRUE(this->Marks(1)->IsDrawing()) << "what is being drawn too";
+  EXPECT_TRUE(this->Window.GetEditBar()->GetUndoAction()->isEnabled());
+  EXPECT_EQ(this->Window.windowTitle(), title);
+  this->ExpectActive("area");
+}
+
 // ---- deleting
 
 TEST_F(WorkstationMarks, DeleteRemovesTheMarkUnderTheMouse)
@@ -364,22 +449,44 @@ TEST_F(WorkstationMarks, AMarkIsNotPaintedOverAndNotFilledFrom)
 
 TEST_F(WorkstationMarks, AFillIsTakenBackByItsKey)
 {
-  const std::array<int, 3> seed{ { 15, 15, 14 } };
-  vtkImageData* image = this->Image();
-  for (int i = 10; i <= 20; ++i)
-  {
-    for (int j = 10; j <= 20; ++j)
-    {
-      const bool isRing = i == 10 || i == 20 || j == 10 || j == 20;
-      image->SetScalarComponentFromDouble(i, j, 14, 0, isRing ? 777.0 : 5.0);
-    }
-  }
-  this->Window.GetEditBar()->GetValueBox()->setValue(777);
+  this->WriteRing();
   this->Key(Qt::Key_F);
-  this->Click(2, this->Seen(2, seed));
-  EXPECT_EQ(image->GetScalarComponentAsDouble(15, 15, 14, 0), 777.0);
+  this->Click(2, this->SeenInRing());
+  EXPECT_EQ(this->InRing(), 777.0);
   this->Key(Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(image->GetScalarComponentAsDouble(15, 15, 14, 0), 5.0);
+  EXPECT_EQ(this->InRing(), 5.0);
+}
+
+TEST_F(WorkstationMarks, AFillIsTakenBackAlsoAfterAMarkWasDeleted)
+{
+  const QPoint end = this->MakeRuler(2);
+  this->WriteRing();
+  this->Tools()->Choose("fill");
+  this->Click(2, this->SeenInRing());
+  ASSERT_EQ(this->InRing(), 777.0);
+  this->Hand(2).MoveTo(end);
+  this->Key(Qt::Key_Delete);
+  EXPECT_EQ(this->Rows(), 0);
+  this->Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(this->InRing(), 5.0);
+}
+
+TEST_F(WorkstationMarks, OnlyAFillThatHasWrittenCanBeTakenBack)
+{
+  const QAction* undo = this->Window.GetEditBar()->GetUndoAction();
+  const QPoint at = this->SeenInRing();
+  this->WriteRing();
+  this->Tools()->Choose("fill");
+  this->Hand(2).MoveTo(at);
+  this->Hand(2).DoubleClick(at);
+  EXPECT_EQ(this->InRing(), 777.0);
+  ASSERT_TRUE(undo->isEnabled()) << "a double click is one fill";
+  this->Key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(this->InRing(), 5.0);
+  this->Click(2, at);
+  EXPECT_TRUE(undo->isEnabled());
+  this->Click(2, at);
+  EXPECT_FALSE(undo->isEnabled()) << "all is filled already";
 }
 
 // ---- pictures

@@ -7,6 +7,7 @@
 #include "zvHelpOverlay.h"
 #include "zvLoadBar.h"
 #include "zvPresetMenu.h"
+#include "zvTurnPanel.h"
 #include "zvWindowPanel.h"
 
 #include "zvQtTest.h"
@@ -14,6 +15,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QMenuBar>
+#include <QSlider>
 #include <QToolButton>
 
 #include "vtkCamera.h"
@@ -36,6 +38,18 @@ constexpr KeyOfTool SliceTools[] = { { "ruler", Qt::Key_D }, { "area", Qt::Key_A
 
 class WorkstationTools : public zvtest::ToolsFixture
 {
+protected:
+  static QAction* ActionOf(const zvMainWindow& window, const QString& text)
+  {
+    for (QAction* action : window.findChildren<QAction*>())
+    {
+      if (action->text() == text)
+      {
+        return action;
+      }
+    }
+    return nullptr;
+  }
 };
 
 // ---- choosing
@@ -157,6 +171,58 @@ TEST_F(WorkstationTools, AreAvailableOnlyWithAVolume)
   {
     EXPECT_TRUE(action->isEnabled());
   }
+  EXPECT_FALSE(ActionOf(window, "Open &mask...")->isEnabled());
+  EXPECT_TRUE(ActionOf(this->Window, "Open &mask...")->isEnabled());
+}
+
+TEST_F(WorkstationTools, EveryEntryOfAMenuTellsWhatItIsForAndItsKey)
+{
+  int seen = 0;
+  for (QAction* menu : this->Window.menuBar()->actions())
+  {
+    EXPECT_TRUE(menu->menu()->toolTipsVisible()) << menu->text().toStdString();
+    for (QAction* action : menu->menu()->actions())
+    {
+      if (action->isSeparator())
+      {
+        continue;
+      }
+      ++seen;
+      const std::string name = action->text().toStdString();
+      // Qt makes a tooltip of the text where nobody has given one.
+      EXPECT_NE(action->toolTip(), action->text().remove('&').remove("...")) << name;
+      const bool isPreset = menu->menu() == this->Window.GetPresetMenu();
+      const bool isAbout = name == "&About";
+      EXPECT_EQ(action->shortcut().isEmpty(), isAbout) << name;
+      const QString key = "(" + action->shortcut().toString(QKeySequence::NativeText) + ")";
+      EXPECT_TRUE(isPreset || isAbout || action->toolTip().endsWith(key)) << name;
+    }
+  }
+  EXPECT_GE(seen, 40);
+}
+
+TEST_F(WorkstationTools, AKeyPutsThePlanesUprightAndOneBringsAllBack)
+{
+  this->Hand(2).Turn(4, QPoint(100, 100));
+  this->Window.GetTurnPanel()->GetSlider(0)->setValue(25);
+  EXPECT_EQ(this->Viewer(2)->GetPlaneOrientation(), 3);
+  this->Key(Qt::Key_O);
+  EXPECT_EQ(this->Viewer(2)->GetPlaneOrientation(), 2);
+  EXPECT_EQ(this->Viewer(2)->GetSliceIndex(), 18) << "through the cross";
+  this->Window.GetTurnPanel()->GetSlider(0)->setValue(25);
+  this->Key(Qt::Key_R, Qt::ShiftModifier);
+  EXPECT_EQ(this->Viewer(2)->GetPlaneOrientation(), 2);
+  EXPECT_EQ(this->Viewer(2)->GetSliceIndex(), 14);
+}
+
+TEST_F(WorkstationTools, AKeyFillsTheWindowWithTheActiveViewAndBack)
+{
+  this->Key(Qt::Key_V, Qt::NoModifier, 1);
+  EXPECT_EQ(this->Views()->GetMaximised(), this->Slice(1));
+  EXPECT_FALSE(this->Slice(2)->isVisible());
+  this->Key(Qt::Key_V, Qt::NoModifier, 1);
+  EXPECT_EQ(this->Views()->GetMaximised(), nullptr);
+  EXPECT_TRUE(this->Slice(2)->isVisible());
 }
 
 // ---- the ruler
@@ -224,6 +290,38 @@ TEST_F(WorkstationTools, EscDropsARulerThatIsNotDone)
   this->ExpectActive("cross");
   this->Hand(2).MoveTo(this->Hand(2).Part(0.0, 0.0));
   EXPECT_FALSE(this->Has(2, Yellow, this->Hand(2).Part(0.2, 0.1), 60));
+}
+
+TEST_F(WorkstationTools, ARulerThatIsDeletedBeforeItIsDoneLeavesTheToolReady)
+{
+  this->Key(Qt::Key_D);
+  const QPoint from = this->Hand(2).Part(-0.2, 0.2), to = this->Hand(2).Part(0.1, 0.1);
+  // By the mouse that is at its end, and by its line.
+  for (const bool isByMouse : { true, false })
+  {
+    this->Click(2, from);
+    this->Hand(2).MoveTo(to);
+    ASSERT_EQ(this->Rows(), 1);
+    isByMouse ? this->Key(Qt::Key_Delete) : this->List()->Remove(0);
+    EXPECT_EQ(this->Rows(), 0);
+    EXPECT_FALSE(this->Marks(2)->IsDrawing());
+    this->Click(2, from);
+    ASSERT_EQ(this->Rows(), 1) << "the first of two clicks again";
+    EXPECT_TRUE(this->Marks(2)->IsDrawing());
+    this->Click(2, to);
+    EXPECT_NEAR(this->Number(0), this->Distance(2, from, to), this->MillimetresPerPixel(2));
+    this->List()->RemoveAll();
+  }
+  // And in the middle of a drag.
+  this->Hand(2).MoveTo(from);
+  this->Hand(2).Press(Qt::LeftButton, from);
+  this->Hand(2).MoveTo(to);
+  this->Key(Qt::Key_Delete);
+  this->Hand(2).MoveTo(from);
+  this->Hand(2).Release();
+  EXPECT_EQ(this->Rows(), 0);
+  this->DragLeft(2, from, to);
+  EXPECT_EQ(this->Rows(), 1);
 }
 
 TEST_F(WorkstationTools, AnEndAndTheLineAreDraggedLiveWithTheCrossTool)
@@ -528,9 +626,14 @@ TEST_F(WorkstationTools, F1ShowsEveryKeyAndAnyKeyClosesIt)
     }
   }
   EXPECT_TRUE(text.contains(this->Tools()->GetHint().toHtmlEscaped()));
-  QTest::keyClick(help, Qt::Key_Space);
-  EXPECT_FALSE(help->isVisible());
-  this->Key(Qt::Key_F1);
+  for (const Qt::Key key : { Qt::Key_Space, Qt::Key_D, Qt::Key_F1, Qt::Key_Escape })
+  {
+    QTest::keyClick(help, key);
+    EXPECT_FALSE(help->isVisible()) << key;
+    this->ExpectActive("cross");
+    this->Key(Qt::Key_F1);
+    ASSERT_TRUE(help->isVisible());
+  }
   QTest::mouseClick(help, Qt::LeftButton);
   EXPECT_FALSE(help->isVisible());
 }
@@ -572,7 +675,48 @@ TEST_F(WorkstationTools, AMaskIsLoadedBesideTheWindowAndEscCancelsIt)
   this->Window.OpenMask(path);
   ASSERT_TRUE(WaitFor([&opened] { return opened == 1; }));
   EXPECT_FALSE(this->Window.GetLoadBar()->isVisible());
-  EXPECT_TRUE(this->Window.GetEditBar()->GetMaskAction()->isEnabled());
+  QAction* mask = this->Window.GetEditBar()->GetMaskAction();
+  EXPECT_TRUE(mask->isEnabled());
+  EXPECT_FALSE(mask->isChecked()) << "offered";
+  this->Window.OpenMask(path, true);
+  EXPECT_FALSE(mask->isChecked()) << "not before it is there";
+  ASSERT_TRUE(WaitFor([&opened] { return opened == 2; }));
+  EXPECT_TRUE(mask->isChecked()) << "asked for";
+  this->Key(Qt::Key_M);
+  EXPECT_FALSE(mask->isChecked());
+  this->Key(Qt::Key_M);
+  EXPECT_TRUE(mask->isChecked());
+}
+
+TEST_F(WorkstationTools, AMaskThatIsRefusedOrCancelledChangesNothing)
+{
+  this->Window.SetTellsRefusals(false);
+  int opened = 0, refused = 0;
+  QObject::connect(&this->Window, &zvMainWindow::maskOpened, [&opened] { ++opened; });
+  QObject::connect(&this->Window, &zvMainWindow::refused, [&refused] { ++refused; });
+  const QString good = QString::fromStdString(this->Folder.Write("labels.mha",
+    "ObjectType = Image\nNDims = 3\nDimSize = 40 50 30\nElementType = MET_UCHAR\n"
+    "BinaryData = True\nElementSpacing = 2 1.5 3\nOffset = -30 10 5\n"
+    "TransformMatrix = 1 0 0 0 1 0 0 0 1\nElementDataFile = LOCAL\n" +
+      std::string(40 * 50 * 30, '\1')));
+  const QString bad = QString::fromStdString(this->Folder.Write("bad.mha", "no image"));
+  this->Window.OpenMask(good, true);
+  ASSERT_TRUE(WaitFor([&opened] { return opened == 1; }));
+  QAction* mask = this->Window.GetEditBar()->GetMaskAction();
+  for (const bool isOn : { true, false })
+  {
+    mask->setChecked(isOn);
+    const zvtest::Picture before = this->PictureOf(2);
+    this->Window.OpenMask(bad, true);
+    ASSERT_TRUE(WaitFor([&] { return refused == (isOn ? 1 : 2); }));
+    EXPECT_EQ(mask->isChecked(), isOn);
+    EXPECT_EQ(this->PictureOf(2).CountDifferent(before), 0);
+    this->Window.OpenMask(good, true);
+    this->Key(Qt::Key_Escape);
+    EXPECT_EQ(mask->isChecked(), isOn);
+    EXPECT_EQ(this->PictureOf(2).CountDifferent(before), 0);
+  }
+  EXPECT_EQ(opened, 1);
 }
 
 int main(int argc, char** argv)

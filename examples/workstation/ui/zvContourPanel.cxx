@@ -1,5 +1,6 @@
 #include "zvContourPanel.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -120,6 +121,7 @@ zvContourPanel::zvContourPanel(QWidget* parent)
   values->addWidget(this->BuildParameters());
   layout->addWidget(this->Values);
   layout->addWidget(this->BuildRun());
+  this->BuildActions();
   layout->addStretch(1);
   this->setWidget(inside);
   this->ResetParameters();
@@ -179,6 +181,7 @@ QWidget* zvContourPanel::BuildRun()
   this->Stop->setToolTip(tr("Let it pause; start goes on"));
   this->Reset->setToolTip(tr("Back to where it began to move"));
   this->Clear->setToolTip(tr("Remove all contours of this plane"));
+  this->Mask->setToolTip(tr("Show what the contours at rest enclose in red over the slices"));
   this->Progress->setRange(0, ProgressSteps);
   this->Progress->setTextVisible(false);
   this->Progress->setFixedHeight(8);
@@ -198,6 +201,47 @@ QWidget* zvContourPanel::BuildRun()
   grid->addWidget(this->Message, 2, 0, 1, column);
   grid->addWidget(this->Mask, 3, 0, 1, column);
   return run;
+}
+
+void zvContourPanel::BuildActions()
+{
+  struct Row
+  {
+    QPushButton* Button;
+    QString Text;
+    const char* Key;
+  };
+  const Row rows[] = { { this->Start, tr("&Start"), "F5" }, { this->Step, tr("S&tep"), "F6" },
+    { this->Stop, tr("Sto&p"), "Shift+F5" }, { this->Reset, tr("&Reset"), "Ctrl+F5" },
+    { this->Clear, tr("&Clear"), "Ctrl+F6" } };
+  const auto make = [this](QWidget* control, const QString& text, const char* key)
+  {
+    auto* action = new QAction(text, this);
+    action->setShortcut(QKeySequence(key));
+    control->setToolTip(QString("%1 (%2)").arg(
+      control->toolTip(), action->shortcut().toString(QKeySequence::NativeText)));
+    action->setToolTip(control->toolTip());
+    return action;
+  };
+  for (const Row& row : rows)
+  {
+    this->Commands.push_back({ row.Button, make(row.Button, row.Text, row.Key) });
+    connect(this->Commands.back().Action, &QAction::triggered, row.Button, &QPushButton::click);
+  }
+  this->MaskAction = make(this->Mask, tr("What is inside as a &mask"), "Shift+M");
+  this->MaskAction->setCheckable(true);
+  connect(this->MaskAction, &QAction::triggered, this->Mask, &QCheckBox::setChecked);
+  connect(this->Mask, &QCheckBox::toggled, this->MaskAction, &QAction::setChecked);
+}
+
+QList<QAction*> zvContourPanel::GetActions() const
+{
+  QList<QAction*> actions;
+  for (const Command& command : this->Commands)
+  {
+    actions += command.Action;
+  }
+  return actions += this->MaskAction;
 }
 
 void zvContourPanel::Connect()
@@ -291,6 +335,11 @@ void zvContourPanel::ShowState(State state, bool canReset)
   this->Clear->setEnabled(!isRunning);
   this->First->setEnabled(this->IsInVolume());
   this->Last->setEnabled(this->IsInVolume());
+  for (const Command& command : this->Commands)
+  {
+    command.Action->setEnabled(command.Button->isEnabled());
+  }
+  this->MaskAction->setEnabled(this->Mask->isEnabled());
 }
 
 void zvContourPanel::ShowPlace(const QString& place)
@@ -331,4 +380,5 @@ void zvContourPanel::ShowMaskWanted(bool isWanted)
 {
   const QSignalBlocker quiet(this->Mask);
   this->Mask->setChecked(isWanted);
+  this->MaskAction->setChecked(isWanted);
 }

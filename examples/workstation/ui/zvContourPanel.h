@@ -5,9 +5,11 @@
 #include "zvContourWalk.h"
 
 #include <QDockWidget>
+#include <QList>
 
 #include <vector>
 
+class QAction;
 class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
@@ -60,6 +62,10 @@ public:
   /// The forces as in the beginning.
   void ResetParameters();
 
+  /// What the buttons and the check mark below do, for a menu and by keys; available as these are.
+  /// All owned by the panel.
+  QList<QAction*> GetActions() const;
+
   QPushButton* GetStartButton() const { return this->Start; }
   QPushButton* GetStepButton() const { return this->Step; }
   QPushButton* GetStopButton() const { return this->Stop; }
@@ -91,7 +97,15 @@ private:
   QWidget* BuildWhere();
   QWidget* BuildParameters();
   QWidget* BuildRun();
+  void BuildActions();
   void Connect();
+
+  // A button and the action that does the same.
+  struct Command
+  {
+    QPushButton* Button;
+    QAction* Action;
+  };
 
   std::vector<QDoubleSpinBox*> Boxes; // as the table of parameters; owned by Qt's tree, as all
   QComboBox* Extent;
@@ -110,6 +124,8 @@ private:
   QPushButton* Clear;
   QPushButton* Defaults;
   QCheckBox* Mask;
+  std::vector<Command> Commands;
+  QAction* MaskAction = nullptr;
   QWidget* Values; // all that is fixed while it runs
 };
 

@@ -105,17 +105,14 @@ void zvContourTool::Connect()
   connect(this->Panel, &zvContourPanel::ringChosen, this, &zvContourTool::ApplyRing);
   connect(this->Panel, &zvContourPanel::gradientChosen, this, &zvContourTool::ApplyGradient);
   connect(this->Panel, &zvContourPanel::maskChosen, this, &zvContourTool::ShowMask);
-  // One mask at a time: the labels take the place of this one, and give it back.
+  // One mask at a time: the labels take the place of this one.
   connect(this->Bar, &zvEditBar::maskChosen, this,
     [this]
     {
-      if (this->Bar->IsMaskWanted())
+      if (this->Bar->IsMaskWanted() && this->Panel->IsMaskWanted())
       {
         this->Panel->ShowMaskWanted(false);
-      }
-      else if (this->Panel->IsMaskWanted())
-      {
-        this->ShowMask();
+        this->Views->SetMask(nullptr, this->Bar->GetOpacity());
       }
     });
 }
@@ -562,6 +559,11 @@ void zvContourTool::Reset()
 {
   if (this->IsRunning() || this->Before.Axis < 0)
   {
+    return;
+  }
+  if (!this->IsUpright(this->Before.Axis))
+  {
+    this->Panel->ShowMessage(tr("The planes are turned. Make them orthogonal first."));
     return;
   }
   this->Walk.Clear();

@@ -147,6 +147,17 @@ bool zvHelpOverlay::eventFilter(QObject* watched, QEvent* event)
   return this->QWidget::eventFilter(watched, event);
 }
 
+// Keys are its own while it is there: what they do otherwise can only be read.
+bool zvHelpOverlay::event(QEvent* event)
+{
+  if (event->type() == QEvent::ShortcutOverride)
+  {
+    event->accept();
+    return true;
+  }
+  return this->QWidget::event(event);
+}
+
 void zvHelpOverlay::mousePressEvent(QMouseEvent*)
 {
   this->hide();

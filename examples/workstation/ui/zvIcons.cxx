@@ -58,6 +58,7 @@ constexpr Drawing Drawings[] = {
     "B 12 12 2" },
   { "orthogonal", "M 5 3 L 5 19 L 21 19 M 5 13 L 11 13 L 11 19" },
   { "reset-all", "M 19 8 C 15 2 6 4 5 11 C 4 19 14 23 19 16 M 20 3 L 19 8 L 14 8" },
+  { "maximise", "M 14 4 L 20 4 L 20 10 M 20 4 L 13 11 M 10 20 L 4 20 L 4 14 M 4 20 L 11 13" },
   { "window",
     "O 12 12 9 M 12 3 L 12 21 M 12 7 L 16 7 M 12 11 L 19 11 M 12 15 L 19 15 "
     "M 12 19 L 15 19" },

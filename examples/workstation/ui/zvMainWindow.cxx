@@ -262,9 +262,9 @@ void zvMainWindow::OpenPhantom()
   this->OpenPhantom(zvHeadPhantom::UsualSide);
 }
 
-void zvMainWindow::OpenMask(const QString& path)
+void zvMainWindow::OpenMask(const QString& path, bool isWanted)
 {
-  this->Mask->Open(path);
+  this->Mask->Open(path, isWanted);
 }
 
 void zvMainWindow::AskForFile()
@@ -292,8 +292,7 @@ void zvMainWindow::AskForMask()
     tr("Labels (*.nii *.nii.gz *.mha *.mhd *.nrrd *.nhdr);;All files (*)"));
   if (!path.isEmpty())
   {
-    this->OpenMask(path);
-    this->Edit->GetMaskAction()->setChecked(true);
+    this->OpenMask(path, true);
   }
 }
 

@@ -46,9 +46,10 @@ public:
   void OpenPhantom(int side);
   void OpenPhantom();
 
-  /// Load a volume of labels, to be shown as the mask of the one on the screen. It ends in the
-  /// signal maskOpened or refused, or in none if it is cancelled.
-  void OpenMask(const QString& path);
+  /// Load a volume of labels, to be offered as the mask of the one on the screen. It ends in the
+  /// signal maskOpened or refused, or in none if it is cancelled; then the mask stays as it is.
+  /// \param isWanted  whether the mask is switched on once the labels are there.
+  void OpenMask(const QString& path, bool isWanted = false);
 
   /// Whether a refusal is told in a message box (default) or by the signal refused alone.
   void SetTellsRefusals(bool tells) { this->TellsRefusals = tells; }

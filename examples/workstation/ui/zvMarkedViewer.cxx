@@ -7,6 +7,7 @@
 
 #include "vtkCollection.h"
 #include "vtkObjectFactory.h"
+#include "vtkPoints.h"
 #include "vtkRenderWindowInteractor.h"
 
 vtkStandardNewMacro(zvMarkedViewer);
@@ -93,6 +94,11 @@ void zvMarkedViewer::StopWaiting()
     this->AddRulerMode = false;
     this->Remove(this->CurrentRulerWidget);
   }
+}
+
+bool zvMarkedViewer::HasFill()
+{
+  return this->FilledPoints->GetNumberOfPoints() > 0;
 }
 
 // A tool has two references from the view: that of its making and that of the collection.

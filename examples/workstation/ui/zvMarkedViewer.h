@@ -43,6 +43,9 @@ public:
   bool IsRulerWaiting() const { return this->AddRulerMode; }
   void StopWaiting();
 
+  /// Whether the last press has filled voxels that UndoFill takes back.
+  bool HasFill();
+
   /// Take a tool off the view and release it. One that is not the view's is left alone.
   void Remove(vtk3DWidget* tool);
 

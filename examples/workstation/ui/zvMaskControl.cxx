@@ -25,8 +25,9 @@ void zvMaskControl::Begin(const std::string& volumeFile)
   this->Bar->ShowAtlas(!this->Path.isEmpty(), this->Atlas);
 }
 
-void zvMaskControl::Open(const QString& path)
+void zvMaskControl::Open(const QString& path, bool isWanted)
 {
+  this->IsWantedThen = isWanted;
   this->Loading = path;
   this->Loader.LoadLabels(path);
 }
@@ -36,6 +37,10 @@ void zvMaskControl::Take(const zvLabelAtlas& labels)
   this->Path = this->Loading;
   this->Atlas = labels;
   this->Bar->ShowAtlas(true, this->Atlas);
+  if (this->IsWantedThen)
+  {
+    this->Bar->GetMaskAction()->setChecked(true);
+  }
   this->Show();
   emit opened();
 }
@@ -61,6 +66,12 @@ void zvMaskControl::Show()
     }
     return;
   }
+  // What somebody else shows as a mask stays.
+  if (!isWanted && !this->IsShown)
+  {
+    return;
+  }
+  this->IsShown = isWanted;
   const auto mask = isWanted ? this->Atlas.MakeMask(this->Bar->GetRegion()) : nullptr;
   this->Views->SetMask(mask, this->Bar->GetOpacity());
 }

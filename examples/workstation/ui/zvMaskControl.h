@@ -22,8 +22,10 @@ public:
   /// Begin with a volume's file: its labels are those that lie beside it, if there are any.
   void Begin(const std::string& volumeFile);
 
-  /// Load other labels, and show them if a mask is wanted. Those before stay until they are there.
-  void Open(const QString& path);
+  /// Load other labels, and show them if a mask is wanted. Those before stay until they are there,
+  /// and for good if the load is refused or cancelled.
+  /// \param isWanted  whether a mask is wanted from then on.
+  void Open(const QString& path, bool isWanted = false);
 
   /// The name of the region at a place in the patient's frame, empty for none.
   QString GetNameAt(const double position[3]) const;
@@ -42,9 +44,11 @@ private:
   zvEditBar* Bar;
   zvViewGrid* Views;
   zvVolumeLoader Loader;
-  zvLabelAtlas Atlas; // empty until a mask is asked for
-  QString Path;       // of the labels that are offered
-  QString Loading;    // of those that are under way
+  zvLabelAtlas Atlas;        // empty until a mask is asked for
+  QString Path;              // of the labels that are offered
+  QString Loading;           // of those that are under way
+  bool IsWantedThen = false; // once those are there
+  bool IsShown = false;      // the views have a mask of these labels
 };
 
 #endif

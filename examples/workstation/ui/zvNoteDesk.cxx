@@ -1,10 +1,7 @@
 #include "zvNoteDesk.h"
 
-#include "zvNoteDialog.h"
 #include "zvSliceMarks.h"
 #include "zvViewGrid.h"
-
-#include <QPointer>
 
 #include <algorithm>
 #include <cmath>
@@ -25,6 +22,10 @@ void zvNoteDesk::Begin(double sizeOfVolume)
 {
   constexpr double part = 0.018; // of the volume's diagonal, rounded to half millimetres
   this->Size = std::max(std::round(2.0 * part * sizeOfVolume) / 2.0, 0.5);
+  if (this->Asking)
+  {
+    this->Asking->reject();
+  }
 }
 
 zvNoteDialog* zvNoteDesk::MakeDialog(const QString& title)
@@ -32,6 +33,7 @@ zvNoteDialog* zvNoteDesk::MakeDialog(const QString& title)
   auto* dialog = new zvNoteDialog(this->Window);
   dialog->setWindowTitle(title);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
+  this->Asking = dialog;
   return dialog;
 }
 

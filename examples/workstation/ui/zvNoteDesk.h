@@ -1,11 +1,13 @@
 #ifndef zvNoteDesk_h
 #define zvNoteDesk_h
 
+#include "zvNoteDialog.h"
+
 #include <QColor>
 #include <QObject>
+#include <QPointer>
 
 class QWidget;
-class zvNoteDialog;
 class zvSliceMarks;
 class zvViewGrid;
 
@@ -19,7 +21,8 @@ public:
   /// \param window  what the dialogs belong to; both outlive this object.
   zvNoteDesk(QWidget* window, zvViewGrid* views);
 
-  /// Begin with a volume: a size that suits it.
+  /// Begin with a volume: a size that suits it. A dialog that still asks about the one before is
+  /// closed, and no note comes of it.
   void Begin(double sizeOfVolume);
 
 private:
@@ -29,6 +32,7 @@ private:
   void Remember(const zvNoteDialog* dialog);
 
   QWidget* Window;
+  QPointer<zvNoteDialog> Asking; // the dialog that was opened last
   QColor Color{ "#ffd94a" };
   double Size = 6.0; // millimetres
 };

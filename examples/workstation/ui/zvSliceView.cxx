@@ -302,6 +302,10 @@ void zvSliceView::mouseDoubleClickEvent(QMouseEvent* event)
   {
     return;
   }
+  if (isLeft && this->LeftHand == Hand::Fill)
+  {
+    return; // the second fill would find nothing to write, and could not be taken back
+  }
   if (isLeft && this->LeftHand == Hand::Cross)
   {
     this->PutPointer(event->pos());
@@ -490,7 +494,7 @@ void zvSliceView::TellWrites(QMouseEvent* event)
 {
   const bool isPress =
     event->button() == Qt::LeftButton && event->type() != QEvent::MouseButtonRelease;
-  if (this->Viewer->GetFillMode() && isPress)
+  if (isPress && this->Viewer->HasFill())
   {
     emit voxelsWritten(true);
   }

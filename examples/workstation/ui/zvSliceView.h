@@ -30,6 +30,7 @@ struct zvVoxel;
 ///   as a cross, on a line          turns both lines
 /// middle drag                      moves the picture; on a mark without Shift the whole mark
 /// double click, as a cross         asks for the whole window; on a note for another text
+/// double click, as a fill          nothing, the first click has filled
 /// double click, Enter              close the contour that is being drawn
 /// right drag                       changes window and level (Shift: the viewer's own way)
 /// wheel, up and down, right, left  one slice

@@ -39,6 +39,7 @@ public:
 
   /// Let one view fill the place of all, or give the others theirs again.
   void ToggleMaximised(zvQVTKWidget* view);
+  void ToggleActiveView() { this->ToggleMaximised(this->Active); }
   zvQVTKWidget* GetMaximised() const { return this->Maximised; }
 
   zvQVTKWidget* GetActiveView() const { return this->Active; }

@@ -1,5 +1,6 @@
 #include "zvWindowMenus.h"
 
+#include "zvContourPanel.h"
 #include "zvEditBar.h"
 #include "zvHelpOverlay.h"
 #include "zvIcons.h"
@@ -61,8 +62,11 @@ void AddFileMenu(zvMainWindow& window, QToolBar* bar)
   bar->addAction(
     Add(menu, "folder", Tr("Open DICOM &folder..."), Tr("Open a series of DICOM files"),
       QKeySequence("Ctrl+Shift+O"), &window, &zvMainWindow::AskForFolder));
-  bar->addAction(Add(menu, "mask", Tr("Open &mask..."), Tr("Open a volume of labels as the mask"),
-    QKeySequence("Ctrl+M"), &window, &zvMainWindow::AskForMask));
+  QAction* mask = Add(menu, "mask", Tr("Open &mask..."), Tr("Open a volume of labels as the mask"),
+    QKeySequence("Ctrl+M"), &window, &zvMainWindow::AskForMask);
+  bar->addAction(mask);
+  mask->setEnabled(false); // there is nothing that it could lie over
+  QObject::connect(&window, &zvMainWindow::shown, mask, [mask] { mask->setEnabled(true); });
   menu->addSeparator();
   Add(menu, "", Tr("Example &volume"), Tr("The brain MRI of the system"), QKeySequence("Ctrl+1"),
     &window, &zvMainWindow::OpenExample);
@@ -85,13 +89,17 @@ void AddViewMenu(zvMainWindow& window, QToolBar* bar)
   bar->addAction(Add(menu, "reset-all", Tr("Reset &all"),
     Tr("All planes in the middle, all views as in the beginning"), QKeySequence("Shift+R"),
     window.GetViews(), &zvViewGrid::ResetAll));
+  bar->addAction(Add(menu, "maximise", Tr("&Fill the window"),
+    Tr("The whole window for the active view, or back"), QKeySequence("V"), window.GetViews(),
+    &zvViewGrid::ToggleActiveView));
   menu->addSeparator();
   int number = 0;
   for (auto* dock : window.findChildren<QDockWidget*>())
   {
     QAction* toggle = dock->toggleViewAction();
-    toggle->setShortcut(QKeySequence(QString("F%1").arg(7 + number++)));
-    toggle->setToolTip(Tr("Show or hide this panel"));
+    const QString key = QString("F%1").arg(7 + number++);
+    toggle->setShortcut(QKeySequence(key));
+    toggle->setToolTip(Tr("Show or hide this panel (%1)").arg(key));
     menu->addAction(toggle);
   }
 }
@@ -143,6 +151,11 @@ void AddMeasurementMenu(zvMainWindow& window)
   AddMenu(window, Tr("&Measurements"))->addActions(window.GetMeasurementPanel()->GetActions());
 }
 
+void AddContourMenu(zvMainWindow& window)
+{
+  AddMenu(window, Tr("&Contour"))->addActions(window.GetContourPanel()->GetActions());
+}
+
 void AddHelpMenu(zvMainWindow& window, QToolBar* bar)
 {
   QMenu* menu = AddMenu(window, Tr("&Help"));
@@ -163,5 +176,6 @@ void zvWindowMenus::Build(zvMainWindow& window)
   AddPresets(window, bar);
   AddTools(window);
   AddMeasurementMenu(window);
+  AddContourMenu(window);
   AddHelpMenu(window, bar);
 }
