@@ -357,6 +357,7 @@ public:
   /// text note".
   void DeleteCurrentTextNoteWidget();
 
+  /// Take every text note out of the view and delete it.
   void DeleteAllTextNoteWidgets();
 
   /// Let the next clicks record the point for a text note (default false).
