@@ -20,6 +20,7 @@
 #include "vtkSelection.h"
 #include "vtkSelectionNode.h"
 #include "vtkTexture.h"
+#include "vtkWeakPointer.h"
 
 #include <gmock/gmock.h>
 
@@ -295,4 +296,34 @@ TEST_F(SliceMapper, GoesFromWindowToWindow)
   EXPECT_EQ(this->DrawBy(this->Mapper).CountDifferent(before, 0), 0);
   this->Mapper->ReleaseGraphicsResources(this->Scene.Window());
   EXPECT_EQ(this->DrawBy(this->Mapper).CountDifferent(before, 0), 0);
+}
+
+// A widget lets go of the plane before it lets go of the actor.
+TEST_F(SliceMapper, LetsThePlaneGoWithItself)
+{
+  for (const bool isCut : { true, false })
+  {
+    vtkWeakPointer<vtkPlaneSource> watched;
+    {
+      vtkNew<vtkActor> actor;
+      vtkNew<zvSliceMapper> mapper;
+      actor->SetMapper(mapper);
+      actor->SetTexture(this->Texture);
+      auto plane = vtkSmartPointer<vtkPlaneSource>::New();
+      watched = plane.Get();
+      mapper->SetInputConnection(plane->GetOutputPort());
+      if (isCut)
+      {
+        vtkNew<vtkPlane> across;
+        across->SetNormal(1, 0, 0);
+        mapper->AddClippingPlane(across);
+      }
+      this->Scene.Renderer()->AddActor(actor);
+      this->Scene.Render();
+      this->Scene.Renderer()->RemoveActor(actor);
+      plane = nullptr;
+      EXPECT_NE(watched, nullptr) << "the mapper holds it";
+    }
+    EXPECT_EQ(watched, nullptr) << isCut;
+  }
 }

@@ -102,6 +102,9 @@ bool zvSliceMapper::CutInto(vtkPolyData* input, vtkPolyData* cut)
 void zvSliceMapper::Prepare(vtkPolyData* input, bool isCutHere)
 {
   this->Drawn->ShallowCopy(this);
+  // Never by the connection: a second consumer that goes while the first is going keeps the source
+  // from being collected.
+  this->Drawn->SetInputData(input);
   if (isCutHere)
   {
     this->Drawn->SetClippingPlanes(static_cast<vtkPlaneCollection*>(nullptr));
