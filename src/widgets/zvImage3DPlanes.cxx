@@ -526,7 +526,8 @@ void zvImage3DPlanes::Update()
   this->PlaneZ->SetDimensions(this->Dimension[0], this->Dimension[1]);
   this->PlaneX->SetDimensions(this->Dimension[1], this->Dimension[2]);
   this->PlaneY->SetDimensions(this->Dimension[2], this->Dimension[0]);
-  this->ShowOutline(shown);
+  // An observer of a render may have taken the image away.
+  this->ShowOutline(shown && this->Image);
   if (this->RenderWindow)
   {
     this->RenderWindow->Render();
