@@ -691,10 +691,7 @@ TEST_F(ContourOnHeads, ARingInThePhantomGrowsToItsBrain)
 TEST_F(ContourOnHeads, ARingInTheMriGrowsToItsBrain)
 {
   const std::string head = zvVolumeReader::FindExampleVolume();
-  if (head.empty())
-  {
-    GTEST_SKIP() << "the example is not installed";
-  }
+  ASSERT_FALSE(head.empty()) << "the example of packages.txt is not installed";
   const std::string folder = head.substr(0, head.rfind('/') + 1);
   zvLoadProgress progress;
   const auto image = zvVolumeReader::Read(head, progress).Volume.Image;
