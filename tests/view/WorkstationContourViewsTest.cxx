@@ -18,6 +18,7 @@
 #include "zvQuietTest.h"
 #include "zvTemporaryFolder.h"
 #include "zvVolumes.h"
+#include "zvWindows.h"
 
 #include <QAction>
 #include <QApplication>
@@ -48,7 +49,8 @@
 
 namespace
 {
-constexpr int Patience = 60000; // milliseconds, for slow machines and sanitizers
+using zvtest::OpenPhantomWindow;
+using zvtest::WaitFor;
 
 // Unequal along the three axes, so that no two can be taken for each other.
 constexpr std::array<int, 3> Dimensions{ { 60, 50, 24 } };
@@ -88,20 +90,6 @@ vtkSmartPointer<vtkImageData> MakeVoxels()
     });
 }
 
-bool WaitFor(const std::function<bool()>& holds)
-{
-  QElapsedTimer timer;
-  timer.start();
-  while (!holds())
-  {
-    if (timer.elapsed() > Patience)
-    {
-      return false;
-    }
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-  }
-  return true;
-}
 }
 
 class WorkstationContourViews : public zvtest::QuietTest
@@ -830,13 +818,7 @@ TEST(WorkstationContour, AWindowMayCloseWhileTheContourMoves)
 {
   for (const int extent : { 0, 1 })
   {
-    auto window = std::make_unique<zvMainWindow>();
-    window->resize(900, 700);
-    bool isShown = false;
-    QObject::connect(window.get(), &zvMainWindow::shown, [&isShown] { isShown = true; });
-    window->show();
-    window->OpenPhantom(64);
-    ASSERT_TRUE(WaitFor([&isShown] { return isShown; }));
+    auto window = OpenPhantomWindow(64);
     window->GetTools()->Choose("contour");
     window->GetContourPanel()->GetExtentBox()->setCurrentIndex(extent);
     zvViewHand hand(window->GetViews()->GetSliceView(2));

@@ -21,6 +21,7 @@
 #include "zvPicture.h"
 #include "zvQtTest.h"
 #include "zvQuietTest.h"
+#include "zvWindows.h"
 
 #include <QAction>
 #include <QApplication>
@@ -40,25 +41,12 @@
 
 namespace
 {
-constexpr int Patience = 60000; // milliseconds, for slow machines and sanitizers
+using zvtest::OpenPhantomWindow;
+using zvtest::WaitFor;
+
 constexpr int PhantomSide = 64;
 
 using Vector = std::array<double, 3>;
-
-bool WaitFor(const std::function<bool()>& holds)
-{
-  QElapsedTimer timer;
-  timer.start();
-  while (!holds())
-  {
-    if (timer.elapsed() > Patience)
-    {
-      return false;
-    }
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-  }
-  return true;
-}
 
 const zvtest::Color SelectedSeed{ 0, 220, 220 };
 const zvtest::Color Segment{ 255, 255, 0 };
@@ -706,12 +694,7 @@ TEST_F(WorkstationMarkers, AWindowMayBeDeletedWithMarkersAndInMidDrag)
 {
   for (const char* last : { "seed", "chain", "tree", "normal" })
   {
-    auto window = std::make_unique<zvMainWindow>();
-    window->show();
-    bool isShown = false;
-    QObject::connect(window.get(), &zvMainWindow::shown, [&isShown] { isShown = true; });
-    window->OpenPhantom(PhantomSide / 2);
-    ASSERT_TRUE(WaitFor([&isShown] { return isShown; }));
+    auto window = OpenPhantomWindow(PhantomSide / 2);
     zvViewHand hand(window->GetViews()->GetSliceView(2));
     double height = -0.5;
     QPoint end;

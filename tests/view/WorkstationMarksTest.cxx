@@ -22,6 +22,8 @@
 #include <memory>
 #include <set>
 
+using zvtest::WaitFor;
+
 class WorkstationMarks : public zvtest::ToolsFixture
 {
 protected:
@@ -595,12 +597,7 @@ TEST_F(WorkstationMarks, StayInOrderThroughRandomUse)
 
 TEST_F(WorkstationMarks, AWindowMayBeDeletedWithMarksAndInMidDrag)
 {
-  auto window = std::make_unique<zvMainWindow>();
-  window->show();
-  bool isShown = false;
-  QObject::connect(window.get(), &zvMainWindow::shown, [&isShown] { isShown = true; });
-  window->OpenPhantom(24);
-  ASSERT_TRUE(WaitFor([&isShown] { return isShown; }));
+  auto window = zvtest::OpenPhantomWindow(24);
   zvViewHand hand(window->GetViews()->GetSliceView(2));
   for (const char* id : { "ruler", "lasso", "area" })
   {

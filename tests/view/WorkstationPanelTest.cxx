@@ -18,6 +18,8 @@
 
 namespace
 {
+using zvtest::WaitFor;
+
 const zvtest::Color Red{ 255, 0, 0 };
 }
 

@@ -18,6 +18,7 @@
 #include "zvQtTest.h"
 #include "zvQuietTest.h"
 #include "zvTemporaryFolder.h"
+#include "zvWindows.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -43,24 +44,11 @@
 
 namespace
 {
-constexpr int Side = 48;        // of the phantom that most tests look at
-constexpr int Patience = 60000; // milliseconds, for slow machines and sanitizers
+using zvtest::Patience;
+using zvtest::WaitFor;
 
-// Runs the events until something holds; false if it does not in time.
-bool WaitFor(const std::function<bool()>& holds)
-{
-  QElapsedTimer timer;
-  timer.start();
-  while (!holds())
-  {
-    if (timer.elapsed() > Patience)
-    {
-      return false;
-    }
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-  }
-  return true;
-}
+constexpr int Side = 48; // of the phantom that most tests look at
+
 }
 
 class Workstation : public zvtest::QuietTest

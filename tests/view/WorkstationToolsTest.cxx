@@ -26,6 +26,8 @@
 
 namespace
 {
+using zvtest::WaitFor;
+
 struct KeyOfTool
 {
   const char* Id;

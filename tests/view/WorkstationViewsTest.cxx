@@ -17,6 +17,7 @@
 #include "zvQtTest.h"
 #include "zvQuietTest.h"
 #include "zvTemporaryFolder.h"
+#include "zvWindows.h"
 
 #include <QAction>
 #include <QApplication>
@@ -42,7 +43,9 @@
 
 namespace
 {
-constexpr int Patience = 60000;      // milliseconds, for slow machines and sanitizers
+using zvtest::OpenPhantomWindow;
+using zvtest::WaitFor;
+
 constexpr double Tolerance = 1.0e-6; // millimetres
 
 // Unequal along the three axes, so that no two can be taken for each other.
@@ -57,21 +60,6 @@ using Vector = std::array<double, 3>;
 std::size_t At(int index)
 {
   return static_cast<std::size_t>(index);
-}
-
-bool WaitFor(const std::function<bool()>& holds)
-{
-  QElapsedTimer timer;
-  timer.start();
-  while (!holds())
-  {
-    if (timer.elapsed() > Patience)
-    {
-      return false;
-    }
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-  }
-  return true;
 }
 
 double Dot(const Vector& one, const Vector& other)
@@ -957,12 +945,7 @@ TEST_F(WorkstationViews, ANewVolumeStartsAllViewsAnew)
 
 TEST_F(WorkstationViews, AViewMayBeDeletedInMidDrag)
 {
-  auto window = std::make_unique<zvMainWindow>();
-  window->show();
-  bool isShown = false;
-  QObject::connect(window.get(), &zvMainWindow::shown, [&isShown] { isShown = true; });
-  window->OpenPhantom(24);
-  ASSERT_TRUE(WaitFor([&isShown] { return isShown; }));
+  auto window = OpenPhantomWindow(24);
   zvViewHand hand(window->GetViews()->GetSliceView(2));
   hand.Press(Qt::LeftButton, hand.Part(0.2, 0.3));
   hand.MoveTo(hand.Part(0.3, 0.2));

@@ -4,6 +4,7 @@
 #include "zvAreaWidget.h"
 #include "zvImageViewerWidget.h"
 #include "zvLassoWidget.h"
+#include "zvOpenViewer.h"
 #include "zvQVTKWidget.h"
 #include "zvQtTest.h"
 #include "zvRulerWidget.h"
@@ -58,35 +59,6 @@ constexpr int StateRotating = 5;
 
 const Color Red{ 255, 0, 0 };
 const Color Green{ 0, 255, 0 };
-
-// A slice view that shows which tools it has.
-class OpenViewer : public zvImageViewerWidget
-{
-public:
-  static OpenViewer* New()
-  {
-    auto* viewer = new OpenViewer;
-    viewer->InitializeObjectBase();
-    return viewer;
-  }
-  using zvImageViewerWidget::AddAreaMode;
-  using zvImageViewerWidget::AddRulerMode;
-  using zvImageViewerWidget::AreaWidgets;
-  using zvImageViewerWidget::CurrentRulerWidget;
-  using zvImageViewerWidget::FilledPoints;
-  using zvImageViewerWidget::LassoWidgets;
-  using zvImageViewerWidget::LeftButtonHeld;
-  using zvImageViewerWidget::PlaneSource;
-  using zvImageViewerWidget::Reslice;
-  using zvImageViewerWidget::RulerWidgets;
-  using zvImageViewerWidget::SliceLine1Source;
-  using zvImageViewerWidget::SliceLine2Source;
-  using zvImageViewerWidget::TextNoteWidgets;
-
-protected:
-  OpenViewer() = default;
-  ~OpenViewer() override = default;
-};
 
 template <typename Tool>
 Tool* Last(vtkCollection* tools)

@@ -15,6 +15,7 @@
 #include "zvPicture.h"
 #include "zvQuietTest.h"
 #include "zvTemporaryFolder.h"
+#include "zvWindows.h"
 
 #include <QAction>
 #include <QApplication>
@@ -67,24 +68,6 @@ protected:
         BytesOf(voxels))));
     ASSERT_TRUE(WaitFor([this] { return this->Shown == 1; }));
     QCoreApplication::processEvents();
-  }
-
-  static bool WaitFor(const std::function<bool()>& holds)
-  {
-    constexpr int patience = 60000; // milliseconds, for slow machines and sanitizers
-    QElapsedTimer timer;
-    timer.start();
-    while (!holds())
-    {
-      if (timer.elapsed() > patience)
-      {
-        return false;
-      }
-      QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-      // Without a loop of its own nobody else sees to what is to be deleted later.
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
   }
 
   zvViewGrid* Views() { return this->Window.GetViews(); }

@@ -81,13 +81,19 @@ protected:
     : Pointer(Scene)
     , Ruler(vtkSmartPointer<OpenRuler>::New())
   {
-    this->Scene.LookAlong(2);
-    const double view[6] = { -10, 10, -10, 10, -10, 10 };
-    this->Scene.ResetCamera(view);
-    this->Scene.Render();
-    this->Ruler->SetInteractor(this->Scene.Interactor());
+    this->PutInto(this->Scene);
     this->Ruler->SetPoint1(-5, 0, 0);
     this->Ruler->SetPoint2(5, 0, 0);
+  }
+
+  // Seen from above, ten millimetres on each side.
+  void PutInto(zvtest::Scene& scene)
+  {
+    scene.LookAlong(2);
+    const double view[6] = { -10, 10, -10, 10, -10, 10 };
+    scene.ResetCamera(view);
+    scene.Render();
+    this->Ruler->SetInteractor(scene.Interactor());
   }
 
   void Enable() { this->Ruler->SetEnabled(1); }

@@ -256,11 +256,7 @@ TEST_F(RulerWidgetLife, OutlivesItsRenderersInMidDrag)
   for (const Display& position : { this->OnEnd1(), this->OnLine() })
   {
     zvtest::Scene scene;
-    scene.LookAlong(2);
-    const double view[6] = { -10, 10, -10, 10, -10, 10 };
-    scene.ResetCamera(view);
-    scene.Render();
-    this->Ruler->SetInteractor(scene.Interactor());
+    this->PutInto(scene);
     this->Enable();
     zvtest::Mouse mouse(scene);
     mouse.Press(zvtest::Left, position);
@@ -296,11 +292,7 @@ TEST_F(RulerWidgetLife, OutlivesItsView)
   for (const Display& position : { this->OnEnd1(), this->OnLine() })
   {
     zvtest::Scene scene;
-    scene.LookAlong(2);
-    const double view[6] = { -10, 10, -10, 10, -10, 10 };
-    scene.ResetCamera(view);
-    scene.Render();
-    this->Ruler->SetInteractor(scene.Interactor());
+    this->PutInto(scene);
     this->Enable();
     zvtest::Mouse(scene).Press(zvtest::Left, position);
     scene.DropRenderers();
