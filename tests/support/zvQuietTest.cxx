@@ -1,11 +1,14 @@
 #include "zvQuietTest.h"
 
+#include "zvLeakCheck.h"
 #include "zvLoadedDrivers.h"
 
 #include "vtkObject.h"
 
 namespace
 {
+const bool LeaksAreChecked = (zvtest::CheckLeaksAfterTheLastTest(), true);
+
 void Report(const ::testing::AssertionResult& result, const char* file, int line)
 {
   if (!result)
