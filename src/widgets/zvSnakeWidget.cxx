@@ -239,7 +239,7 @@ void zvSnakeWidget::CreateInitialSnake()
     this->Center, this->Radius, this->Resolution, zvContourRing::Trigonometry::Double);
   if (!ring)
   {
-    vtkGenericWarningMacro("set a resolution of two points or more...");
+    vtkGenericWarningMacro("set a resolution from 2 to 8388608 points...");
     return;
   }
   this->SetSnake(ring);

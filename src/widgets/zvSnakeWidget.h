@@ -138,8 +138,9 @@ public:
 
   /// Make the ring of Resolution points of single precision about Center and pass it to SetSnake.
   /// It begins on the +x side and runs counter-clockwise in the plane of x and y; line cells of two
-  /// points each close it. Does nothing while Interaction is off. A resolution below 2: the generic
-  /// warning "set a resolution of two points or more...", and the contour stays.
+  /// points each close it. Does nothing while Interaction is off. A resolution below 2 or above
+  /// 8388608: the generic warning "set a resolution from 2 to 8388608 points...", and the contour
+  /// stays.
   void CreateInitialSnake();
 
   ///@{

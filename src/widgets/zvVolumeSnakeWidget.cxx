@@ -318,7 +318,7 @@ void zvVolumeSnakeWidget::CreateInitialSnake()
     this->Center, this->Radius, this->SnakeResolution, zvContourRing::Trigonometry::Single);
   if (!ring)
   {
-    vtkGenericWarningMacro("set a resolution of two points or more...");
+    vtkGenericWarningMacro("set a resolution from 2 to 8388608 points...");
     return;
   }
   this->SetSnake(ring);

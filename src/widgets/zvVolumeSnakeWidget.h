@@ -145,8 +145,9 @@ public:
   void SetSnakes3D(vtkPolyData* snakes);
 
   /// Make the ring about Center and pass it to SetSnake and SetPrevSnake. It is that of
-  /// zvSnakeWidget, computed by an angle of single precision. A resolution below 2: the generic
-  /// warning "set a resolution of two points or more...", and the contours stay.
+  /// zvSnakeWidget, computed by an angle of single precision. A resolution below 2 or above
+  /// 8388608: the generic warning "set a resolution from 2 to 8388608 points...", and the contours
+  /// stay.
   void CreateInitialSnake();
 
   /// Disable the widget and replace all it holds by new, empty poly data: what the getters gave is

@@ -195,6 +195,16 @@ TEST_F(ContourRing, BelowTwoPointsThereIsNone)
   }
 }
 
+TEST_F(ContourRing, BeyondTheLargestResolutionThereIsNone)
+{
+  for (int resolution : { 8388609, std::numeric_limits<int>::max() })
+  {
+    EXPECT_EQ(zvContourRing::Make(Origin, 1.0, resolution, Trigonometry::Double), nullptr);
+    EXPECT_TRUE(zvContourRing::Points(Origin, 1.0, resolution, Trigonometry::Single).empty());
+  }
+  EXPECT_EQ(zvContourRing::Points(Origin, 1.0, 8388608, Trigonometry::Double).size(), 8388608u);
+}
+
 TEST_F(ContourRing, BearsValuesThatAreNoNumbers)
 {
   const double NaN = std::numeric_limits<double>::quiet_NaN();

@@ -298,14 +298,14 @@ TEST_F(SnakeWidget, TwoPointsAreJoinedThereAndBack)
   this->ExpectNoMessage();
 }
 
-TEST_F(SnakeWidget, BelowTwoPointsTheContourStaysAsItWas)
+TEST_F(SnakeWidget, TheContourStaysAsItWasIfTheResolutionMakesNone)
 {
   this->Show();
-  for (int resolution : { 1, 0, -5 })
+  for (int resolution : { 1, 0, -5, 8388609, std::numeric_limits<int>::max() })
   {
     this->Snake->SetResolution(resolution);
     this->Snake->CreateInitialSnake();
-    this->ExpectGenericWarning("zvSnakeWidget", "set a resolution of two points or more...");
+    this->ExpectGenericWarning("zvSnakeWidget", "set a resolution from 2 to 8388608 points...");
     EXPECT_EQ(this->Snake->GetResolution(), resolution);
     EXPECT_EQ(this->Snake->GetSnake()->GetNumberOfPoints(), 100);
   }

@@ -282,14 +282,15 @@ TEST_F(VolumeSnakeWidget, TheRingNeedsNeitherAViewNorInteraction)
   EXPECT_EQ(this->Snake->GetSnake()->GetNumberOfPoints(), 100);
 }
 
-TEST_F(VolumeSnakeWidget, BelowTwoPointsTheContoursStayAsTheyWere)
+TEST_F(VolumeSnakeWidget, ContoursStayAsTheyWereIfTheResolutionMakesNone)
 {
   this->Show();
-  for (int resolution : { 1, 0, -5 })
+  for (int resolution : { 1, 0, -5, 8388609, std::numeric_limits<int>::max() })
   {
     this->Snake->SetResolution(resolution);
     this->Snake->CreateInitialSnake();
-    this->ExpectGenericWarning("zvVolumeSnakeWidget", "set a resolution of two points or more...");
+    this->ExpectGenericWarning(
+      "zvVolumeSnakeWidget", "set a resolution from 2 to 8388608 points...");
     EXPECT_EQ(this->Snake->GetSnake()->GetNumberOfPoints(), 100);
     EXPECT_EQ(this->Snake->GetPrevSnake()->GetNumberOfPoints(), 100);
     double from[3] = { 0, 0, 0 };

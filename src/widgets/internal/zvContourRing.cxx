@@ -42,7 +42,7 @@ std::vector<std::array<float, 3>> Points(
   const double center[3], double radius, int resolution, Trigonometry trigonometry)
 {
   std::vector<std::array<float, 3>> points;
-  if (resolution < 1)
+  if (resolution < 1 || resolution > LargestResolution)
   {
     return points;
   }
@@ -63,7 +63,7 @@ std::vector<std::array<float, 3>> Points(
 vtkSmartPointer<vtkPolyData> Make(
   const double center[3], double radius, int resolution, Trigonometry trigonometry)
 {
-  if (resolution < 2)
+  if (resolution < 2 || resolution > LargestResolution)
   {
     return nullptr;
   }
