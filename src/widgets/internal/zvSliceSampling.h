@@ -81,8 +81,8 @@ struct SliceJob
 {
   const T* Input = nullptr; // the voxel at the lower corner of InputExtent
   int InputExtent[6] = {};
-  std::ptrdiff_t InputStep[3] = {};
-  T* Output = nullptr; // the pixel at the lower corner of OutputExtent
+  std::ptrdiff_t InputStep[3] = {}; // in voxels; neighbours along x lie side by side
+  T* Output = nullptr;              // the pixel at the lower corner of OutputExtent
   int OutputExtent[6] = {};
   std::ptrdiff_t OutputRowStep = 0;
   double AlongX[3] = {}; // change of the voxel coordinate for one pixel to the right
@@ -355,6 +355,8 @@ struct Stretch
 /// short stretches, as of a coarse slice, has none: they would not pay.
 inline std::vector<Stretch> ListStretches(const AxisSamples& across, int numberOfColumns)
 {
+  const std::size_t worthwhileLength = 4;
+  const std::size_t mostStretches = across.Lower.size() / worthwhileLength;
   std::vector<Stretch> stretches;
   const int count = static_cast<int>(across.Lower.size());
   for (int i = 0; i < count; ++i)
@@ -370,15 +372,14 @@ inline std::vector<Stretch> ListStretches(const AxisSamples& across, int numberO
     {
       ++stretches.back().End;
     }
+    else if (stretches.size() == mostStretches)
+    {
+      return {};
+    }
     else
     {
       stretches.push_back({ i, i + 1, lower - i });
     }
-  }
-  const std::size_t worthwhileLength = 4;
-  if (stretches.size() * worthwhileLength > across.Lower.size())
-  {
-    stretches.clear();
   }
   return stretches;
 }
@@ -474,12 +475,17 @@ inline bool HasWideRegisters()
 /// False lets all processors run the portable loops. Read by several threads.
 inline std::atomic<bool> AreWideLoopsAllowed{ true };
 
+inline bool MayRunWideLoops()
+{
+  return AreWideLoopsAllowed && HasWideRegisters();
+}
+
 /// The quickest way that is allowed on the processor at hand.
 template <typename T>
 RowBlender<T> ChooseRowBlender()
 {
 #ifdef ZV_SLICE_WIDE
-  if (AreWideLoopsAllowed && HasWideRegisters())
+  if (MayRunWideLoops())
   {
     return &BlendRowWidely<T>;
   }
@@ -786,7 +792,10 @@ struct RowLine
     }
   }
 
-  double At(int axis, int x) const { return this->Start[axis] + x * this->Step[axis]; }
+  ZV_SLICE_INLINE double At(int axis, int x) const
+  {
+    return this->Start[axis] + x * this->Step[axis];
+  }
 };
 
 template <typename T>
@@ -842,41 +851,148 @@ T SampleAtFace(const SliceJob<T>& job, const RowLine& line, int x)
   return RoundToScalar<T>(weight[0][0] * sums[0] + weight[0][1] * sums[1]);
 }
 
+/// The bits of a number of type From as one of type To.
+template <typename To, typename From>
+ZV_SLICE_INLINE To CopyBits(From from)
+{
+  static_assert(sizeof(To) == sizeof(From), "bits would be lost or made up");
+  To to;
+  std::memcpy(&to, &from, sizeof(to));
+  return to;
+}
+
+/// A few consecutive pixels all of whose eight neighbours lie in the volume. Where they lie, which
+/// voxels surround them and what these blend to is computed in a loop each, for the fetching of
+/// voxels from all over the memory is all that keeps a compiler from computing several pixels at
+/// once.
+template <typename T>
+class PixelBlock
+{
+public:
+  static constexpr int Capacity = 64;
+
+  /// Find the cells of the pixels from \a first on.
+  ZV_SLICE_INLINE void Place(const SliceJob<T>& job, const RowLine& line, int first, int count)
+  {
+    // Whole numbers that are added to one of this size lie in its lower digits.
+    const double digits = 6755399441055744.0; // 1.5 * 2^52
+    const auto digitsBits = CopyBits<std::int64_t>(digits);
+    const double stepY = static_cast<double>(job.InputStep[1]);
+    const double stepZ = static_cast<double>(job.InputStep[2]);
+    const double firstX = job.InputExtent[0];
+    const double firstY = job.InputExtent[2];
+    const double firstZ = job.InputExtent[4];
+    for (int i = 0; i < count; ++i)
+    {
+      const double x = Split(line.At(0, first + i), this->Fractions[0][i]) - firstX;
+      const double y = Split(line.At(1, first + i), this->Fractions[1][i]) - firstY;
+      const double z = Split(line.At(2, first + i), this->Fractions[2][i]) - firstZ;
+      const double offset = x + y * stepY + z * stepZ;
+      this->Offsets[i] = CopyBits<std::int64_t>(digits + offset) - digitsBits;
+    }
+  }
+
+  /// Copy the voxels around the pixels.
+  ZV_SLICE_INLINE void Fetch(const SliceJob<T>& job, int count)
+  {
+    const std::ptrdiff_t stepY = job.InputStep[1];
+    const std::ptrdiff_t stepZ = job.InputStep[2];
+    for (int i = 0; i < count; ++i)
+    {
+      const T* const voxel = job.Input + this->Offsets[i];
+      std::memcpy(this->Pairs[0][i], voxel, sizeof(T[2]));
+      std::memcpy(this->Pairs[1][i], voxel + stepY, sizeof(T[2]));
+      std::memcpy(this->Pairs[2][i], voxel + stepZ, sizeof(T[2]));
+      std::memcpy(this->Pairs[3][i], voxel + stepY + stepZ, sizeof(T[2]));
+    }
+  }
+
+  ZV_SLICE_INLINE void Blend(int count, T* pixels) const
+  {
+    for (int i = 0; i < count; ++i)
+    {
+      const double fx = this->Fractions[0][i];
+      const double fy = this->Fractions[1][i];
+      const double fz = this->Fractions[2][i];
+      const double weights[4] = { (1.0 - fy) * (1.0 - fz), fy * (1.0 - fz), (1.0 - fy) * fz,
+        fy * fz };
+      double lower = 0.0;
+      double upper = 0.0;
+      for (int pair = 0; pair < 4; ++pair)
+      {
+        lower += weights[pair] * this->Pairs[pair][i][0];
+        upper += weights[pair] * this->Pairs[pair][i][1];
+      }
+      pixels[i] = RoundToScalar<T>((1.0 - fx) * lower + fx * upper);
+    }
+  }
+
+private:
+  /// Split a coordinate into a whole number, which is returned, and a fraction.
+  static ZV_SLICE_INLINE double Split(double coordinate, double& fraction)
+  {
+    // The last sixteen digits of numbers of this size are a fraction.
+    const double digits = 68719476736.0; // 2^36
+    const double biased = coordinate + FixedPointBias;
+    const std::uint64_t bits = CopyBits<std::uint64_t>(biased) & 0xFFFF;
+    fraction = CopyBits<double>(CopyBits<std::uint64_t>(digits) | bits) - digits;
+    return biased - FixedPointBias - fraction;
+  }
+
+  double Fractions[3][Capacity];
+  std::int64_t Offsets[Capacity]; // of the lowest neighbour, from the first voxel of the volume
+  T Pairs[4][Capacity][2];        // neighbours along x, of the four lines around a pixel
+};
+
 /// Pixels all of whose eight neighbours lie in the volume.
 template <typename T>
-void WriteInnerPixels(const SliceJob<T>& job, const RowLine& line, Span pixels, T* row)
+ZV_SLICE_INLINE void WriteInnerPixels(
+  const SliceJob<T>& job, const RowLine& line, Span pixels, T* row)
 {
-  const std::ptrdiff_t stepX = job.InputStep[0];
-  const std::ptrdiff_t stepY = job.InputStep[1];
-  const std::ptrdiff_t stepZ = job.InputStep[2];
-  const T* const input = job.Input - job.InputExtent[0] * stepX - job.InputExtent[2] * stepY -
-    job.InputExtent[4] * stepZ;
-  for (int x = pixels.First; x <= pixels.Last; ++x)
+  PixelBlock<T> block;
+  for (int first = pixels.First; first <= pixels.Last; first += PixelBlock<T>::Capacity)
   {
-    const std::uint64_t positionX = ToFixedPoint(line.At(0, x));
-    const std::uint64_t positionY = ToFixedPoint(line.At(1, x));
-    const std::uint64_t positionZ = ToFixedPoint(line.At(2, x));
-    const double fx = FractionPart(positionX);
-    const double fy = FractionPart(positionY);
-    const double fz = FractionPart(positionZ);
-    const double weights[4] = { (1.0 - fy) * (1.0 - fz), fy * (1.0 - fz), (1.0 - fy) * fz,
-      fy * fz };
-    const T* const p = input + WholePart(positionX) * stepX + WholePart(positionY) * stepY +
-      WholePart(positionZ) * stepZ;
-    const T* const lines[4] = { p, p + stepY, p + stepZ, p + stepY + stepZ };
-    double lower = 0.0;
-    double upper = 0.0;
-    for (int i = 0; i < 4; ++i)
-    {
-      lower += weights[i] * lines[i][0];
-      upper += weights[i] * lines[i][stepX];
-    }
-    row[x - job.OutputExtent[0]] = RoundToScalar<T>((1.0 - fx) * lower + fx * upper);
+    const int count = std::min(pixels.Last - first + 1, PixelBlock<T>::Capacity);
+    block.Place(job, line, first, count);
+    block.Fetch(job, count);
+    block.Blend(count, row + (first - job.OutputExtent[0]));
   }
 }
 
 template <typename T>
-void WriteObliqueRow(const SliceJob<T>& job, int y, bool linear, T* row)
+void WriteInnerPixelsAnywhere(const SliceJob<T>& job, const RowLine& line, Span pixels, T* row)
+{
+  WriteInnerPixels(job, line, pixels, row);
+}
+
+#ifdef ZV_SLICE_WIDE
+template <typename T>
+ZV_SLICE_WIDE void WriteInnerPixelsWidely(
+  const SliceJob<T>& job, const RowLine& line, Span pixels, T* row)
+{
+  WriteInnerPixels(job, line, pixels, row);
+}
+#endif
+
+template <typename T>
+using InnerPixelsWriter = void (*)(const SliceJob<T>&, const RowLine&, Span, T*);
+
+/// The quickest way that is allowed on the processor at hand.
+template <typename T>
+InnerPixelsWriter<T> ChooseInnerPixelsWriter()
+{
+#ifdef ZV_SLICE_WIDE
+  if (MayRunWideLoops())
+  {
+    return &WriteInnerPixelsWidely<T>;
+  }
+#endif
+  return &WriteInnerPixelsAnywhere<T>;
+}
+
+template <typename T>
+void WriteObliqueRow(
+  const SliceJob<T>& job, int y, bool linear, InnerPixelsWriter<T> writeInnerPixels, T* row)
 {
   const RowLine line(job, y);
   Span inside{ job.OutputExtent[0], job.OutputExtent[1] };
@@ -901,7 +1017,7 @@ void WriteObliqueRow(const SliceJob<T>& job, int y, bool linear, T* row)
   {
     row[x - job.OutputExtent[0]] = SampleAtFace(job, line, x);
   }
-  WriteInnerPixels(job, line, inner, row);
+  writeInnerPixels(job, line, inner, row);
   for (int x = inner.Last + 1; x <= inside.Last; ++x)
   {
     row[x - job.OutputExtent[0]] = SampleAtFace(job, line, x);
@@ -911,9 +1027,11 @@ void WriteObliqueRow(const SliceJob<T>& job, int y, bool linear, T* row)
 template <typename T>
 void WriteObliqueSlice(const SliceJob<T>& job, bool linear)
 {
+  const InnerPixelsWriter<T> writeInnerPixels = ChooseInnerPixelsWriter<T>();
   for (int y = job.OutputExtent[2]; y <= job.OutputExtent[3]; ++y)
   {
-    WriteObliqueRow(job, y, linear, job.Output + (y - job.OutputExtent[2]) * job.OutputRowStep);
+    WriteObliqueRow(
+      job, y, linear, writeInnerPixels, job.Output + (y - job.OutputExtent[2]) * job.OutputRowStep);
   }
 }
 }
