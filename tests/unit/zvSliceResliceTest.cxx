@@ -93,8 +93,10 @@ void DrawVolume(SliceCase& slice, Dice& dice, int type, int components = 1)
   int extent[6];
   for (int axis = 0; axis < 3; ++axis)
   {
-    extent[2 * axis] = dice.Chance(0.5) ? 0 : dice.Int(-20, 20);
-    extent[2 * axis + 1] = extent[2 * axis] + dice.Pick<int>({ 0, 1, 2, 5, 9, 16, 23 });
+    const int start =
+      dice.Chance(0.9) ? dice.Int(-20, 20) : dice.Pick<int>({ -90000000, -3000, 2500 });
+    extent[2 * axis] = dice.Chance(0.5) ? 0 : start;
+    extent[2 * axis + 1] = extent[2 * axis] + dice.Pick<int>({ 0, 1, 2, 5, 9, 16, 23, 70 });
   }
   volume->SetExtent(extent);
   const std::vector<double> spacings{ 1.0, 1.0, 0.5, 2.5, 0.7, 0.9765625, -1.0, -0.3 };
@@ -170,14 +172,14 @@ void DrawObliqueAxes(SliceCase& slice, Dice& dice)
 
 void DrawOutput(SliceCase& slice, Dice& dice)
 {
-  const std::vector<double> spacings{ 1.0, 0.5, 0.7, 2.0, 0.9765625, 1.00001, 0.25, 511.0 / 512.0,
-    3.7, dice.Real(0.05, 3.0) };
+  const std::vector<double> spacings{ 1.0, 0.5, 0.7, 2.0, 0.9765625, 1.00001, 1.000002, 0.999997,
+    0.25, 511.0 / 512.0, 3.7, dice.Real(0.05, 3.0) };
   slice.OutputSpacing[0] = dice.Pick(spacings);
   slice.OutputSpacing[1] = dice.Pick(spacings);
   const int depth = dice.Chance(0.8) ? 0 : dice.Int(-3, 3);
   const int left = dice.Chance(0.5) ? 0 : dice.Int(-20, 10);
   const int bottom = dice.Chance(0.5) ? 0 : dice.Int(-20, 10);
-  const std::vector<int> sizes{ 1, 2, 7, 16, 31, 32, 64 };
+  const std::vector<int> sizes{ 1, 2, 7, 16, 31, 32, 64, 150 };
   const int extent[6] = { left, left + dice.Pick(sizes) - 1, bottom, bottom + dice.Pick(sizes) - 1,
     depth, depth };
   std::copy_n(extent, 6, slice.OutputExtent);
@@ -541,7 +543,7 @@ TEST_F(SliceReslice, TheLargestSliceIsSixteenThousandPixelsSquare)
 
 TEST_F(SliceReslice, AnObserverOfProgressHearsOfRows)
 {
-  Dice dice(9);
+  Dice dice(10);
   SliceCase slice;
   DrawAligned(slice, dice);
   slice.NumberOfThreads = 1;

@@ -29,8 +29,8 @@ namespace zvSliceSampling
 constexpr double FixedPointBias = 103079215104.0; // 1.5 * 2^36
 constexpr double FractionUnit = 1.0 / 65536.0;
 
-/// Coordinates up to here stay well inside that number's digits and an int.
-constexpr double LargestCoordinate = 1e9;
+/// Further out a double has too few digits left for sums in another order to round alike.
+constexpr double LargestCoordinate = 1e6;
 
 /// A coordinate in 1/65536 of a voxel, good in its lower 48 bits.
 ZV_SLICE_INLINE std::uint64_t ToFixedPoint(double coordinate)
@@ -227,12 +227,20 @@ struct AxisSamples
   std::vector<double> Complement; // 1 - Fraction
 };
 
+/// Whether pixels step from voxel centre to voxel centre as far as 1/65536 of a voxel can tell. The
+/// stock filter then blends none, not even where the steps add up to more.
+inline bool StepsOnVoxels(double origin, double step)
+{
+  return FractionPart(ToFixedPoint(step)) == 0.0 && FractionPart(ToFixedPoint(origin)) == 0.0;
+}
+
 template <typename T>
 AxisSamples SampleAxis(const SliceJob<T>& job, int axis, Span pixels, double step, bool linear)
 {
   const int first = job.InputExtent[2 * axis];
   const int last = job.InputExtent[2 * axis + 1];
   const double origin = job.Origin[axis];
+  const bool blends = linear && !StepsOnVoxels(origin, step);
   AxisSamples samples;
   samples.Inside = FindBetween(pixels, origin, step, first - job.Border, last + job.Border);
   const int count = std::max(samples.Inside.Last - samples.Inside.First + 1, 0);
@@ -244,7 +252,7 @@ AxisSamples SampleAxis(const SliceJob<T>& job, int axis, Span pixels, double ste
   {
     const int pixel = samples.Inside.First + i;
     const std::uint64_t position = ToFixedPoint(origin + pixel * step + (linear ? 0.0 : 0.5));
-    const double fraction = linear ? FractionPart(position) : 0.0;
+    const double fraction = blends ? FractionPart(position) : 0.0;
     const int lower = WholePart(position);
     const int upper = fraction > 0.0 ? lower + 1 : lower;
     samples.Lower[i] = std::clamp(lower, first, last) - first;
