@@ -32,8 +32,10 @@
 #include "vtkFollower.h"
 #include "vtkGenericOpenGLRenderWindow.h"
 #include "vtkImageData.h"
+#include "vtkMapper.h"
 #include "vtkMath.h"
 #include "vtkRenderer.h"
+#include "vtkVectorText.h"
 
 #include <cmath>
 #include <functional>
@@ -661,6 +663,44 @@ TEST_F(WorkstationMarkers, ANewVolumeInMidDragLeavesNothingBehind)
     EXPECT_EQ(this->List()->rowCount(), 0) << tool;
     EXPECT_TRUE(this->Window.GetTools()->IsActive("cross")) << tool;
   }
+}
+
+TEST_F(WorkstationMarkers, TheLabelOfAChainIsThatOfASegmentThatIsLeft)
+{
+  const auto label = [this]
+  {
+    vtkActorCollection* actors = this->Slice(2)->GetRenderer()->GetActors();
+    vtkCollectionSimpleIterator position;
+    actors->InitTraversal(position);
+    QString text;
+    while (vtkActor* actor = actors->GetNextActor(position))
+    {
+      auto* follower = vtkFollower::SafeDownCast(actor);
+      auto* source = follower == nullptr
+        ? nullptr
+        : vtkVectorText::SafeDownCast(follower->GetMapper()->GetInputAlgorithm());
+      if (source != nullptr && text.isEmpty())
+      {
+        text = QString(source->GetText()).trimmed();
+      }
+    }
+    return text;
+  };
+  this->Choose("chain");
+  const std::array<Vector, 4> points{ { this->OnSlice(2, -0.5, -0.3), this->OnSlice(2, 0.0, 0.3),
+    this->OnSlice(2, 0.4, -0.3), this->OnSlice(2, 0.6, 0.5) } };
+  for (const Vector& point : points)
+  {
+    this->ClickOn(2, point);
+  }
+  EXPECT_EQ(label(), this->Cell(3, zvMeasurementList::ValueColumn));
+  this->List()->Remove(1);
+  EXPECT_EQ(label(), this->Cell(1, zvMeasurementList::ValueColumn)) << "it has closed the gap";
+  this->List()->Remove(2);
+  ASSERT_EQ(this->List()->rowCount(), 2);
+  EXPECT_EQ(label(), this->Cell(1, zvMeasurementList::ValueColumn)) << "the last one";
+  this->List()->Remove(1);
+  EXPECT_EQ(label(), QString()) << "one point has none";
 }
 
 TEST_F(WorkstationMarkers, APointThatIsDeletedInMidDragIsGone)

@@ -81,13 +81,18 @@ zvMarker::Vector zvChainMarker::GetPoint(int index) const
   return point;
 }
 
-// A drag of what goes is over.
+// A drag of what goes is over. The label would stay that of a segment which is no more: it goes to
+// the one that has closed the gap, or to the last.
 void zvChainMarker::RemovePoint(int index)
 {
   this->Chain->SetState(zv3DRulerWidget::Start);
   this->Chain->SetCurrentActorIndex(index);
   this->Chain->RemovePointSelected();
   this->Numbers.RemoveAt(index);
+  if (this->GetPointCount() > 1)
+  {
+    this->Chain->SetCurrentActorIndex(std::min(index, this->GetPointCount() - 1));
+  }
   emit this->changed();
 }
 
