@@ -226,6 +226,39 @@ TEST_F(WorkstationMarks, AMarkOnATiltedSliceComesBackWithItsLine)
   EXPECT_EQ(this->Window.GetTurnPanel()->GetSlider(0)->value(), 0);
 }
 
+TEST_F(WorkstationMarks, EveryPictureStandsAgainAsItDidWhenTheMarkWasMade)
+{
+  const auto ups = [this]
+  {
+    std::array<Vector, 3> all;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+    {
+      this->Slice(static_cast<int>(axis))
+        ->GetRenderer()
+        ->GetActiveCamera()
+        ->GetViewUp(all[axis].data());
+    }
+    return all;
+  };
+  // By a line, which turns the other planes and leaves the picture that it is dragged in.
+  const QPoint grip = this->Seen(2, { { this->Viewer(0)->GetSliceIndex(), 6, 0 } });
+  this->DragLeft(2, grip, grip + QPoint(50, 10));
+  ASSERT_EQ(this->Viewer(0)->GetPlaneOrientation(), 3);
+  this->MakeRuler(0);
+  const std::array<Vector, 3> then = ups();
+  this->Views()->ResetAll();
+  this->List()->GoTo(0);
+  ASSERT_EQ(this->Viewer(0)->GetPlaneOrientation(), 3);
+  const std::array<Vector, 3> now = ups();
+  for (std::size_t axis = 0; axis < 3; ++axis)
+  {
+    for (std::size_t i = 0; i < 3; ++i)
+    {
+      EXPECT_NEAR(now[axis][i], then[axis][i], 1.0e-9) << axis;
+    }
+  }
+}
+
 TEST_F(WorkstationMarks, ANewVolumeBeginsWithoutMarksAndWithTheCross)
 {
   this->MakeRuler(2);

@@ -6,13 +6,14 @@
 #include <array>
 
 /// Where one of the three planes stands, so that the planes can be brought back there: the
-/// directions of all three, and how far this one is along its own.
+/// directions of all three, which way up they are seen, and how far this one is along its own.
 struct zvPlanePlace
 {
   using Vector = std::array<double, 3>;
 
   int Axis = 0;                    // of this plane: 0 sagittal, 1 coronal, 2 axial
   std::array<Vector, 3> Normals{}; // of all planes, unit vectors
+  std::array<Vector, 3> Ups{};     // of the pictures of all planes, unit vectors in them
   double Offset = 0.0;             // millimetres along the plane's normal, from the origin
   double Step = 1.0;               // millimetres between two of its slices
   bool IsUpright = true;           // whether the planes stand along the axes

@@ -265,6 +265,13 @@ void zvViewLink::GoTo(const zvPlanePlace& place)
     this->Straighten();
   }
   this->TurnTo(place.Normals);
+  // That turns a plane also where its picture had stayed as it was, as it does while its own lines
+  // are dragged.
+  if (this->Ups != place.Ups)
+  {
+    this->Ups = place.Ups;
+    emit moved();
+  }
   const double way = place.Offset - this->GetPlace(place.Axis).Offset;
   this->Step(place.Axis, static_cast<int>(std::lround(way / place.Step)));
 }
@@ -517,6 +524,7 @@ zvPlanePlace zvViewLink::GetPlace(int axis) const
   {
     place.Normals[At(view)] = this->GetNormal(view);
   }
+  place.Ups = this->Ups;
   place.Offset = vtkMath::Dot(place.GetNormal().data(), this->Cross.data());
   place.Step = this->GetStepLength(axis);
   place.IsUpright = this->Viewers[At(axis)]->GetPlaneOrientation() != 3;
