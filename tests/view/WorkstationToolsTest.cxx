@@ -7,15 +7,18 @@
 #include "zvHelpOverlay.h"
 #include "zvLoadBar.h"
 #include "zvPresetMenu.h"
+#include "zvSlicePanel.h"
 #include "zvTurnPanel.h"
 #include "zvWindowPanel.h"
 
 #include "zvQtTest.h"
 
+#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QMenuBar>
 #include <QSlider>
+#include <QSpinBox>
 #include <QToolButton>
 
 #include "vtkCamera.h"
@@ -604,6 +607,53 @@ TEST_F(WorkstationTools, ANumberThatIsTypedIntoAFieldIsTheFields)
   QTest::keyClick(field, Qt::Key_Return);
   EXPECT_EQ(this->View3D()->GetWindowLevel().Window, 321.0);
   EXPECT_EQ(this->Viewer(0)->GetWindow(), 321.0);
+}
+
+TEST_F(WorkstationTools, AfterANumberIsEnteredTheKeysAreTheToolsAgain)
+{
+  this->Key(Qt::Key_Up);
+  const std::array<QAbstractSpinBox*, 3> fields{ { this->Window.GetWindowPanel()->GetLevelBox(),
+    this->Window.GetSlicePanel()->findChild<QSpinBox*>(),
+    this->Window.GetEditBar()->GetValueBox() } };
+  for (QAbstractSpinBox* field : fields)
+  {
+    this->Tools()->Leave();
+    field->setFocus();
+    QTest::keyClick(field, Qt::Key_D);
+    this->ExpectActive("cross");
+    field->selectAll();
+    QTest::keyClicks(field, "12");
+    EXPECT_EQ(QApplication::focusWidget(), field);
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_TRUE(field->text().startsWith("12"));
+    ASSERT_EQ(QApplication::focusWidget(), this->Slice(2)) << "the view that was used last";
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_D);
+    this->ExpectActive("ruler");
+  }
+}
+
+TEST_F(WorkstationTools, EscLeavesAFieldWithTheNumberThatItHadAndThenTheTool)
+{
+  this->Key(Qt::Key_D);
+  const double window = this->View3D()->GetWindowLevel().Window;
+  const int slice = this->Viewer(0)->GetSliceIndex();
+  const std::array<QAbstractSpinBox*, 2> fields{ { this->Window.GetWindowPanel()->GetWindowBox(),
+    this->Window.GetSlicePanel()->findChild<QSpinBox*>() } };
+  for (QAbstractSpinBox* field : fields)
+  {
+    const QString before = field->text();
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, "1");
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_EQ(field->text(), before);
+    EXPECT_EQ(QApplication::focusWidget(), this->Slice(2));
+    this->ExpectActive("ruler");
+  }
+  EXPECT_EQ(this->View3D()->GetWindowLevel().Window, window);
+  EXPECT_EQ(this->Viewer(0)->GetSliceIndex(), slice);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  this->ExpectActive("cross");
 }
 
 // ---- help

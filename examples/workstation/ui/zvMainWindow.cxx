@@ -26,10 +26,14 @@
 #include "zvWindowMenus.h"
 #include "zvWindowPanel.h"
 
+#include <QAbstractSpinBox>
 #include <QAction>
+#include <QDoubleSpinBox>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QSpinBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -41,6 +45,19 @@ namespace
 {
 constexpr int PanelWidth = 400;
 const char* const ProgramName = "Workstation";
+
+// A field would take the half of a number for one as soon as it is left.
+void ForgetTyped(QAbstractSpinBox* field)
+{
+  if (auto* whole = qobject_cast<QSpinBox*>(field))
+  {
+    whole->setValue(whole->value());
+  }
+  else if (auto* number = qobject_cast<QDoubleSpinBox*>(field))
+  {
+    number->setValue(number->value());
+  }
+}
 }
 
 zvMainWindow::zvMainWindow()
@@ -312,10 +329,29 @@ void zvMainWindow::GoBack()
     this->Loader.Cancel();
     this->Mask->GetLoader()->Cancel();
   }
+  else if (auto* field = qobject_cast<QAbstractSpinBox*>(this->focusWidget()))
+  {
+    ForgetTyped(field);
+    this->Views->GetActiveView()->setFocus();
+  }
   else
   {
     this->Tools->Leave();
   }
+}
+
+// A number is entered: the keys belong to the tools and the views again, where a field would
+// swallow them.
+void zvMainWindow::keyPressEvent(QKeyEvent* event)
+{
+  const bool isEntered = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (isEntered && qobject_cast<QAbstractSpinBox*>(this->focusWidget()) != nullptr)
+  {
+    this->Views->GetActiveView()->setFocus();
+    event->accept();
+    return;
+  }
+  this->QMainWindow::keyPressEvent(event);
 }
 
 //------------------------------------------------------------------------------

@@ -81,7 +81,8 @@ public slots:
   void AskForFolder();
   void AskForMask();
   void ShowAbout();
-  /// The key Esc: close the help, or cancel the loads, or leave the tool.
+  /// The key Esc: close the help, or cancel the loads, or leave a field with the number that it
+  /// had, or leave the tool.
   void GoBack();
   ///@}
 
@@ -92,6 +93,9 @@ signals:
   /// A load has ended without one.
   void refused(const QString& path, const QString& reason);
   void cancelled();
+
+protected:
+  void keyPressEvent(QKeyEvent* event) override;
 
 private:
   void BuildLayout();
