@@ -614,6 +614,34 @@ TEST_F(WorkstationViews, TheWholeSliceFitsIntoEachViewAfterAResizeToo)
   }
 }
 
+TEST_F(WorkstationViews, APictureIsDrawnWithTheScaleOfItsNewSize)
+{
+  this->Window.resize(900, 1000);
+  QCoreApplication::processEvents();
+  std::array<double, 3> drawn{};
+  for (std::size_t view = 0; view < 3; ++view)
+  {
+    vtkRenderer* renderer = this->Slice(static_cast<int>(view))->GetRenderer();
+    vtkNew<vtkCallbackCommand> note;
+    note->SetClientData(&drawn[view]);
+    note->SetCallback(
+      [](vtkObject* caller, unsigned long, void* scale, void*)
+      {
+        *static_cast<double*>(scale) =
+          static_cast<vtkRenderer*>(caller)->GetActiveCamera()->GetParallelScale();
+      });
+    renderer->AddObserver(vtkCommand::EndEvent, note);
+  }
+  this->Window.resize(1600, 1000);
+  QCoreApplication::processEvents();
+  for (std::size_t view = 0; view < 3; ++view)
+  {
+    vtkRenderer* renderer = this->Slice(static_cast<int>(view))->GetRenderer();
+    renderer->RemoveObservers(vtkCommand::EndEvent);
+    EXPECT_EQ(drawn[view], renderer->GetActiveCamera()->GetParallelScale()) << view;
+  }
+}
+
 TEST_F(WorkstationViews, ADoubleClickFillsTheWindowWithAViewAndBack)
 {
   const int width = this->Slice(1)->width();

@@ -221,10 +221,11 @@ void zvSliceView::FitScale()
 void zvSliceView::resizeEvent(QResizeEvent* event)
 {
   this->zvQVTKWidget::resizeEvent(event);
-  // It is painted anyway; before that there is nothing to draw into.
-  this->interactor()->EnableRenderOff();
+  this->interactor()->EnableRenderOff(); // by the marks, one by one
   this->FitScale();
   this->interactor()->EnableRenderOn();
+  // The toolkit has drawn the new size before the scale was fitted to it.
+  this->interactor()->Render();
 }
 
 void zvSliceView::SetHand(Hand hand)
