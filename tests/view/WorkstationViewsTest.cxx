@@ -40,6 +40,7 @@
 #include <cmath>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace
 {
@@ -915,6 +916,31 @@ TEST_F(WorkstationViews, AFillStopsAtARingAndCanBeTakenBack)
   EXPECT_EQ(image->GetScalarComponentAsDouble(15, 15, 14, 0), 5.0);
   EXPECT_EQ(image->GetScalarComponentAsDouble(10, 15, 14, 0), 777.0);
   EXPECT_FALSE(edit->GetUndoAction()->isEnabled());
+}
+
+TEST_F(WorkstationViews, AFillOverUnequalVoxelsIsTakenBackVoxelByVoxel)
+{
+  zvEditBar* edit = this->Window.GetEditBar();
+  const auto voxels = [this]
+  {
+    const auto* first = static_cast<const short*>(this->Image()->GetScalarPointer());
+    return std::vector<short>(first, first + this->Image()->GetNumberOfPoints());
+  };
+  edit->GetValueBox()->setValue(777);
+  this->Tool("fill")->setChecked(true);
+  for (const bool isTilted : { false, true })
+  {
+    this->Window.GetTurnPanel()->GetSlider(1)->setValue(isTilted ? 12 : 0);
+    for (int axis = 0; axis < 3; ++axis)
+    {
+      const std::vector<short> before = voxels();
+      this->Hand(axis).Click(Qt::LeftButton, this->Hand(axis).Part(0.05, 0.1));
+      EXPECT_FALSE(voxels() == before) << axis;
+      ASSERT_TRUE(edit->GetUndoAction()->isEnabled()) << axis;
+      edit->GetUndoAction()->trigger();
+      EXPECT_TRUE(voxels() == before) << axis << (isTilted ? " tilted" : "");
+    }
+  }
 }
 
 TEST_F(WorkstationViews, AFillBesideTheSliceWritesNothing)

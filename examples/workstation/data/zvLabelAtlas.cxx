@@ -127,17 +127,17 @@ vtkSmartPointer<vtkImageData> zvLabelAtlas::MakeMask(int number) const
   return mask;
 }
 
-vtkSmartPointer<vtkImageData> zvLabelAtlas::CutLayer(vtkImageData* mask, int axis, int index)
+vtkSmartPointer<vtkImageData> zvLabelAtlas::CutLayer(vtkImageData* image, int axis, int index)
 {
   int extent[6];
-  mask->GetExtent(extent);
+  image->GetExtent(extent);
   extent[2 * axis] = extent[2 * axis + 1] =
     std::min(std::max(index, extent[2 * axis]), extent[2 * axis + 1]);
   auto layer = vtkSmartPointer<vtkImageData>::New();
-  layer->SetOrigin(mask->GetOrigin());
-  layer->SetSpacing(mask->GetSpacing());
+  layer->SetOrigin(image->GetOrigin());
+  layer->SetSpacing(image->GetSpacing());
   layer->SetExtent(extent);
-  layer->AllocateScalars(mask->GetScalarType(), 1);
-  layer->CopyAndCastFrom(mask, extent);
+  layer->AllocateScalars(image->GetScalarType(), 1);
+  layer->CopyAndCastFrom(image, extent);
   return layer;
 }

@@ -38,8 +38,9 @@ public:
   vtkSmartPointer<vtkImageData> MakeMask(int number) const;
   static constexpr int AllNumbers = 0;
 
-  /// One layer of a mask, across an axis. A viewer copies its mask, and one slice shows no more.
-  static vtkSmartPointer<vtkImageData> CutLayer(vtkImageData* mask, int axis, int index);
+  /// One layer of an image of one component, across an axis: of a mask, which a viewer copies, one
+  /// slice shows no more.
+  static vtkSmartPointer<vtkImageData> CutLayer(vtkImageData* image, int axis, int index);
 
 private:
   void ReadNames(const std::string& path);

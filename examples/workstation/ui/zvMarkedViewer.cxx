@@ -1,11 +1,14 @@
 #include "zvMarkedViewer.h"
 
 #include "zvAreaWidget.h"
+#include "zvLabelAtlas.h"
 #include "zvLassoWidget.h"
 #include "zvRulerWidget.h"
 #include "zvTextNoteWidget.h"
 
 #include "vtkCollection.h"
+#include "vtkImageData.h"
+#include "vtkNew.h"
 #include "vtkObjectFactory.h"
 #include "vtkPoints.h"
 #include "vtkRenderWindowInteractor.h"
@@ -99,6 +102,44 @@ void zvMarkedViewer::StopWaiting()
 bool zvMarkedViewer::HasFill()
 {
   return this->FilledPoints->GetNumberOfPoints() > 0;
+}
+
+void zvMarkedViewer::KeepSlice()
+{
+  const int axis = this->GetViewOrientation();
+  const auto index = static_cast<int>(this->GetCurrentCursorPosition()[axis]);
+  this->KeptSlice = zvLabelAtlas::CutLayer(this->ImageData, axis, index);
+}
+
+void zvMarkedViewer::TakeBackFill()
+{
+  vtkNew<vtkPoints> filled;
+  filled->DeepCopy(this->FilledPoints);
+  this->UndoFill();
+  if (!this->KeptSlice)
+  {
+    return;
+  }
+  const int* kept = this->KeptSlice->GetExtent();
+  for (vtkIdType i = 0; i < filled->GetNumberOfPoints(); ++i)
+  {
+    double point[3];
+    filled->GetPoint(i, point);
+    int voxel[3];
+    bool isKept = true;
+    for (int axis = 0; axis < 3; ++axis)
+    {
+      voxel[axis] = static_cast<int>(point[axis]);
+      isKept = isKept && voxel[axis] >= kept[2 * axis] && voxel[axis] <= kept[2 * axis + 1];
+    }
+    if (isKept)
+    {
+      const double value =
+        this->KeptSlice->GetScalarComponentAsDouble(voxel[0], voxel[1], voxel[2], 0);
+      this->ImageData->SetScalarComponentFromDouble(voxel[0], voxel[1], voxel[2], 0, value);
+    }
+  }
+  this->KeptSlice = nullptr;
 }
 
 // A tool has two references from the view: that of its making and that of the collection.

@@ -8,6 +8,7 @@
 #include <vector>
 
 class vtk3DWidget;
+class vtkImageData;
 
 /// The library's slice viewer with a way to the tools that it owns, one by one. The viewer itself
 /// offers its host the tool that was used last, and all of them together.
@@ -43,8 +44,15 @@ public:
   bool IsRulerWaiting() const { return this->AddRulerMode; }
   void StopWaiting();
 
-  /// Whether the last press has filled voxels that UndoFill takes back.
+  /// Whether the last press has filled voxels that TakeBackFill restores.
   bool HasFill();
+
+  /// Remember the voxels of the slice that a fill under the mouse would write.
+  void KeepSlice();
+
+  /// As UndoFill, which knows one value for all voxels, but each gets back the value that it had
+  /// when KeepSlice was called, before the press.
+  void TakeBackFill();
 
   /// Take a tool off the view and release it. One that is not the view's is left alone.
   void Remove(vtk3DWidget* tool);
@@ -52,6 +60,9 @@ public:
 protected:
   zvMarkedViewer() = default;
   ~zvMarkedViewer() override = default;
+
+private:
+  vtkSmartPointer<vtkImageData> KeptSlice;
 };
 
 #endif

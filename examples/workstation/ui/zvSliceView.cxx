@@ -241,6 +241,11 @@ void zvSliceView::SetHand(Hand hand)
   }
 }
 
+void zvSliceView::TakeBackFill()
+{
+  this->Viewer->TakeBackFill();
+}
+
 void zvSliceView::SetWindowLevel(const zvWindowValues& value)
 {
   this->Value = value;
@@ -350,6 +355,10 @@ void zvSliceView::PressLeft(QMouseEvent* event)
   // A fill begins at the voxel that the mouse was seen over last: that has to be this one.
   this->Viewer->SetFillMode(this->LeftHand == Hand::Fill && isFree && this->IsOverSlice());
   this->Viewer->SetPaintMode(this->LeftHand == Hand::Paint && isFree);
+  if (this->Viewer->GetFillMode())
+  {
+    this->Viewer->KeepSlice();
+  }
   this->Marks->BeforePress();
   this->zvQVTKWidget::mousePressEvent(event);
   if (this->Viewer->GetPaintMode())

@@ -86,6 +86,9 @@ public:
 
   void SetHand(Hand hand);
 
+  /// The voxels as they were before the fill of the last press. The caller renders.
+  void TakeBackFill();
+
   void SetWindowLevel(const zvWindowValues& value);
 
   /// A mask as the viewer takes it; null shows none.

@@ -309,7 +309,7 @@ void zvViewGrid::UndoFill()
     return;
   }
   const zvOneRender render(this->Group);
-  this->Filled->GetViewer()->UndoFill();
+  this->Filled->TakeBackFill();
   this->ForgetFill();
   this->TellVoxelsChanged();
 }
