@@ -466,6 +466,31 @@ TEST_F(WorkstationViews, TheWheelAndTheKeysStepSlices)
   }
 }
 
+TEST_F(WorkstationViews, TheVoxelUnderAMouseThatRestsIsToldAnew)
+{
+  const QPoint place = this->Seen(2, { { 15, 20, 0 } });
+  this->Slice(2)->setAttribute(Qt::WA_UnderMouse);
+  this->Hand(2).MoveTo(place);
+  const QString first = this->Window.GetStatusText();
+  ASSERT_TRUE(first.contains("Voxel 15 20 14 ")) << first.toStdString();
+  this->Hand(2).Turn(1, place);
+  const QString second = this->Window.GetStatusText();
+  EXPECT_TRUE(second.contains("Voxel 15 20 15 ")) << second.toStdString();
+  EXPECT_NE(first.section("value", 1), second.section("value", 1));
+  this->Hand(2).Type(Qt::Key_Down);
+  EXPECT_EQ(this->Window.GetStatusText(), first);
+  this->Window.GetEditBar()->GetValueBox()->setValue(777);
+  this->Tool("fill")->setChecked(true);
+  this->Hand(2).Click(Qt::LeftButton, place);
+  EXPECT_TRUE(this->Window.GetStatusText().contains("value 777"));
+  this->Window.GetEditBar()->GetUndoAction()->trigger();
+  EXPECT_EQ(this->Window.GetStatusText(), first);
+  // In another view the mouse is over another slice.
+  this->Slice(2)->setAttribute(Qt::WA_UnderMouse, false);
+  this->Hand(2).Type(Qt::Key_Up);
+  EXPECT_EQ(this->Window.GetStatusText(), first);
+}
+
 TEST_F(WorkstationViews, ATiltedPlaneIsSteppedToBothEndsAndBack)
 {
   this->Window.GetTurnPanel()->GetSlider(0)->setValue(30);

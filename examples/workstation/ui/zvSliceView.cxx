@@ -244,6 +244,7 @@ void zvSliceView::SetHand(Hand hand)
 void zvSliceView::TakeBackFill()
 {
   this->Viewer->TakeBackFill();
+  this->TellVoxelAgain();
 }
 
 void zvSliceView::SetWindowLevel(const zvWindowValues& value)
@@ -537,6 +538,16 @@ void zvSliceView::TellVoxel()
   emit voxelSeen(voxel);
 }
 
+// The mouse rests, but there is another voxel under it, or another value in it.
+void zvSliceView::TellVoxelAgain()
+{
+  if (this->underMouse())
+  {
+    this->IsOverSlice();
+    this->TellVoxel();
+  }
+}
+
 void zvSliceView::HandleWheel(QWheelEvent* event)
 {
   const int units = event->angleDelta().y();
@@ -552,6 +563,7 @@ void zvSliceView::HandleWheel(QWheelEvent* event)
   if (notches != 0)
   {
     emit stepped(this->Axis, notches);
+    this->TellVoxelAgain();
   }
 }
 
@@ -582,6 +594,7 @@ void zvSliceView::HandleKey(QKeyEvent* event)
     {
       event->accept();
       emit stepped(this->Axis, key.Steps);
+      this->TellVoxelAgain();
       return;
     }
   }

@@ -130,6 +130,7 @@ private:
   void MovePicture(const QPoint& position);
   void TellWrites(QMouseEvent* event);
   void TellVoxel();
+  void TellVoxelAgain();
   void Zoom(int units);
   bool IsOverSlice();
   void PlaceCamera();
